@@ -1,0 +1,1 @@
+// frmMain: under construction in this change.

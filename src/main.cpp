@@ -1,0 +1,13 @@
+#include "album/frmMain.h"
+#include "platform/Form.h"
+
+#include <QApplication>
+
+int main(int argc, char* argv[])
+{
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(platform::App::Title());
+    QApplication::setOrganizationName(platform::App::CompanyName());
+    Forms::get<frmMain>().Show();
+    return QApplication::exec();
+}
