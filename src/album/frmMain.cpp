@@ -1,1 +1,106 @@
-// frmMain: under construction in this change.
+#include "album/frmMain.h"
+
+#include "platform/App.h"
+#include "platform/Conversions.h"
+#include "platform/Error.h"
+#include "platform/FolderTree.h"
+#include "platform/Screen.h"
+#include "platform/StatusBar.h"
+#include "platform/Toolbar.h"
+#include "resources/Icons.h"
+#include "settings/clsLibrary.h"
+
+#include <QAction>
+#include <QCoreApplication>
+#include <QLabel>
+
+using platform::resumeNext;
+
+frmMain::frmMain() : Form(QStringLiteral("frmMain"))
+{
+    setWindowTitle(platform::App::Title());
+    IMGLST = resources::mainImages();
+    createMenus();
+    createBands();
+    createPanes();
+    connectEvents();
+    // The design place of the window's inner area, 9675 by 6375 twips at 915, 945.
+    const float tx = platform::Screen::TwipsPerPixelX();
+    const float ty = platform::Screen::TwipsPerPixelY();
+    move(qRound(915 / tx), qRound(945 / ty));
+    resize(qRound(9675 / tx), qRound(6375 / ty));
+}
+
+frmMain::~frmMain() = default;
+
+QString frmMain::readSetting(const QString& key, const QString& item, const QString& defaultValue)
+{
+    return clsLibrary::instance().REGSTRREAD(clsLibrary::currentUserKey(), key, item, defaultValue);
+}
+
+void frmMain::writeSetting(const QString& key, const QString& item, const QString& data)
+{
+    clsLibrary::instance().REGSTRWRITE(clsLibrary::currentUserKey(), key, item, data);
+}
+
+QString frmMain::albumCountKey() { return clsLibrary::programKey() + QStringLiteral("\\fPICTURES\\Items"); }
+QString frmMain::albumSlotsKey() { return clsLibrary::programKey() + QStringLiteral("\\fPICTURES\\Selection"); }
+QString frmMain::preferencesKey() { return clsLibrary::programKey() + QStringLiteral("\\fPREFERENCES\\Items"); }
+QString frmMain::viewKey() { return clsLibrary::programKey() + QStringLiteral("\\me\\View"); }
+
+// Each step stands by itself: a step that fails is skipped and the next one runs.
+void frmMain::Form_Load()
+{
+    resumeNext([&] {
+        MNUEDITADD->setText(QStringLiteral("&Add\tIns"));
+        MNUEDITREMOVE->setText(QStringLiteral("&Remove\tCtrl+Del"));
+        MNUFILEEXIT->setText(QStringLiteral("E&xit\tAlt+F4"));
+    });
+    // The menus get their images from the icon menu component, which attaches here.
+    resumeNext([&] {
+        platform::Screen::setMousePointer(11);
+        setMousePointer(11);
+    });
+    resumeNext([&] {
+        const QString folder = clsLibrary::instance().FILENAMELENCHK(
+            readSetting(preferencesKey(), QStringLiteral("Files Location"), platform::App::Path()));
+        FTVBROWSE->setSelectedfolder(folder);
+    });
+    resumeNext([&] { FLBFOUND.setPattern(picturePattern()); });
+    loadAlbum();
+    // Window placement and the splitter positions are restored here once the
+    // placement services and the pane layout stand.
+    resumeNext([&] {
+        const bool shown = platform::toBool(
+            readSetting(viewKey(), QStringLiteral("Standard Toolbar"), QStringLiteral("True")));
+        MNUVIEWSTANDARDBAR->setChecked(shown);
+        PICMAIN->setVisible(shown);
+    });
+    resumeNext([&] {
+        const bool shown = platform::toBool(
+            readSetting(viewKey(), QStringLiteral("Status Bar"), QStringLiteral("True")));
+        SBMAIN->setVisible(shown);
+        MNUVIEWSTATUSBAR->setChecked(shown);
+    });
+    setCommandEnabled(QStringLiteral("REMOVE ALL"), MNUEDITREMOVEALL, false);
+    setCommandEnabled(QStringLiteral("REMOVE"), MNUEDITREMOVE, false);
+    setCommandEnabled(QStringLiteral("ADD"), MNUEDITADD, false);
+    setCommandEnabled(QStringLiteral("ADD ALL"), MNUEDITADDALL, false);
+    setMousePointer(0);
+    platform::Screen::setMousePointer(0);
+}
+
+// Nothing of the album is written here: it is all in the store already.
+void frmMain::Form_Unload()
+{
+    // The window's placement and the splitters are saved here once they are kept.
+    // The other windows of the program are unloaded here as they come to exist.
+    QCoreApplication::quit();
+}
+
+void frmMain::SETTITLE(const QString& FileName)
+{
+    const QString title = platform::App::Title();
+    LBLDESC->setText(FileName.isEmpty() ? title + QStringLiteral(" - (Untitled)")
+                                        : title + QStringLiteral(" - (") + FileName + QStringLiteral(")"));
+}

@@ -1,1 +1,141 @@
 #pragma once
+
+#include "platform/FileListBox.h"
+#include "platform/Form.h"
+#include "platform/ImageList.h"
+
+#include <cstdint>
+
+class QAction;
+class QLabel;
+class QMenu;
+
+namespace platform {
+class FolderTree;
+class ListView;
+class StatusBar;
+class Toolbar;
+}  // namespace platform
+
+// The main window: the folder tree, the pictures found in the current folder, and
+// the album. Every change of the album is written to the settings store at once,
+// so the store holds the album at every moment and nothing is saved at closing.
+//
+//  +-------------------------------------------------------------+
+//  | menu bar                                                    |
+//  | PICMAIN: TBARMAIN                                           |
+//  | PICHEADER: LBLDESC "Vistarro - (folder)"                    |
+//  | PICBOX:  PICTREE          | PICFND: LVWFOUND                |
+//  |          FTVBROWSE        |---------------------------------|
+//  |                           | PICSELCT: LSTSELECTED           |
+//  | SBMAIN: descriptions | n pictures found | n pictures selected |
+//  +-------------------------------------------------------------+
+class frmMain : public Form {
+    Q_OBJECT
+public:
+    frmMain();
+    ~frmMain() override;
+
+    void Form_Load() override;
+    void Form_Unload() override;
+
+    // Album operations, reached from the commands.
+    void ADD();
+    void ADDALL();
+    void CLEAR();
+    void CLEARALL();
+    void FOUNDLSTCHK();
+    void SELECTCHK();
+
+    void SETTITLE(const QString& FileName = QString());
+
+    // The one filter of the found list.
+    static QString picturePattern() { return QStringLiteral("*.bmp;*.jpg;*.gif"); }
+    // The keys of the stored album and preferences.
+    static QString albumCountKey();  // ...\fPICTURES\Items
+    static QString albumSlotsKey();  // ...\fPICTURES\Selection
+    static QString preferencesKey(); // ...\fPREFERENCES\Items
+    static QString viewKey();        // ...\me\View
+    // The most items the album and the found list hold (their counters are 16-bit).
+    static constexpr int32_t MaxListItems = 32767;
+
+    // Controls.
+    platform::ImageList IMGLST;
+    platform::FileListBox FLBFOUND;
+    platform::FolderTree* FTVBROWSE = nullptr;
+    platform::ListView* LVWFOUND = nullptr;
+    platform::ListView* LSTSELECTED = nullptr;
+    platform::Toolbar* TBARMAIN = nullptr;
+    platform::StatusBar* SBMAIN = nullptr;
+    QWidget* PICMAIN = nullptr;
+    QWidget* PICHEADER = nullptr;
+    QWidget* PICBOX = nullptr;
+    QWidget* PICTREE = nullptr;
+    QWidget* PICFND = nullptr;
+    QWidget* PICSELCT = nullptr;
+    QLabel* LBLDESC = nullptr;
+    QLabel* VBAR1 = nullptr;
+    QLabel* VBAR2 = nullptr;
+    QLabel* VBAR3 = nullptr;
+
+    QMenu* MNUFILETOP = nullptr;
+    QAction* MNUFILERUN = nullptr;
+    QAction* MNUFILEEXIT = nullptr;
+    QMenu* MNUEDITTOP = nullptr;
+    QAction* MNUEDITADD = nullptr;
+    QAction* MNUEDITADDALL = nullptr;
+    QAction* MNUEDITREMOVE = nullptr;
+    QAction* MNUEDITREMOVEALL = nullptr;
+    QMenu* MNUVIEWTOP = nullptr;
+    QAction* MNUVIEWSTANDARDBAR = nullptr;
+    QAction* MNUVIEWSTATUSBAR = nullptr;
+    QMenu* MNUHELPTOP = nullptr;
+    QAction* MNUHELPWEBSITE = nullptr;
+    QAction* MNUHELPABOUT = nullptr;
+
+private:
+    // The current user's settings.
+    static QString readSetting(const QString& key, const QString& item, const QString& defaultValue);
+    static void writeSetting(const QString& key, const QString& item, const QString& data);
+
+    // Building the window (frmMain_controls.cpp).
+    void createMenus();
+    void createBands();
+    void createPanes();
+    void connectEvents();
+
+    // The album (frmMain_album.cpp).
+    void ADDFILE(int16_t Index);
+    void COUNTSHOW();
+    void loadAlbum();
+    int32_t nextFreeSlot() const;
+
+    // Folder browsing (frmMain_browse.cpp).
+    void FTVBROWSE_FolderChanged(const QString& path);
+
+    // Commands (frmMain_commands.cpp).
+    void KEYCHECK(int KeyCode, int Shift);
+    void setCommandEnabled(const QString& buttonKey, QAction* menuItem, bool enabled);
+    void TBARMAIN_ButtonClick(const QString& key);
+    void MNUEDITADD_Click();
+    void MNUEDITADDALL_Click();
+    void MNUEDITREMOVE_Click();
+    void MNUEDITREMOVEALL_Click();
+    void MNUFILEEXIT_Click();
+    void MNUVIEWSTANDARDBAR_Click();
+    void MNUVIEWSTATUSBAR_Click();
+    void MNUHELPWEBSITE_Click();
+    void writeViewSettings();
+    void LVWFOUND_LostFocus();
+    void LSTSELECTED_LostFocus();
+
+    // Album state.
+    int16_t NEXTINDEX = 1;
+    int32_t STOREDITEMS = 0;
+    int32_t SLOTNO = 0;
+    QString ADDPATH;
+    QString ADDEXT;
+    QString SLOTPATH;
+    int16_t NAMELEN = 0;
+    int16_t DOTPOS = 0;
+};

@@ -1,0 +1,175 @@
+// The album: the found list, the selected list, the moves between them and the
+// stored album, which is the format of record that the viewer reads.
+//
+// Stored form: "Items" under ...\fPICTURES\Items is the number of slots in use;
+// the values "1".."Items" under ...\fPICTURES\Selection hold one path each, or
+// blank where a picture was removed. Each item of LSTSELECTED keeps its slot
+// number in its Tag: a removal blanks that very slot, and an add takes the slot
+// after the last item's (slot 1 for an empty list) and makes it "Items". So an add
+// never touches a slot that holds a picture of the album, and blank slots at the
+// end are taken again instead of piling up.
+#include "album/frmMain.h"
+
+#include "platform/Conversions.h"
+#include "platform/Error.h"
+#include "platform/ListView.h"
+#include "platform/Screen.h"
+#include "platform/StatusBar.h"
+
+#include <QAction>
+#include <QTime>
+
+using platform::resumeNext;
+
+namespace {
+
+// Keys of the selected list: "m", the position and the time of day, so that a
+// position used again after a removal gets a key of its own.
+QString selectedItemKey(int16_t position)
+{
+    return QStringLiteral("m") + QString::number(position) + QTime::currentTime().toString(QStringLiteral("HH:mm:ss"));
+}
+
+}  // namespace
+
+int32_t frmMain::nextFreeSlot() const
+{
+    const int32_t count = LSTSELECTED->ListItems().Count();
+    return count == 0 ? 1 : static_cast<int32_t>(LSTSELECTED->ListItems()(count).Tag()) + 1;
+}
+
+void frmMain::ADDFILE(int16_t Index)
+{
+    // The album is full: its positions are 16-bit.
+    if (LSTSELECTED->ListItems().Count() >= MaxListItems)
+        return;
+    // A name that can't be read must not leave the previous picture's type behind.
+    ADDEXT.clear();
+    resumeNext([&] {
+        const QString name = FLBFOUND.List(Index);
+        ADDPATH = FLBFOUND.Path() == QLatin1String("/") ? FLBFOUND.Path() + name
+                                                        : FLBFOUND.Path() + QLatin1Char('/') + name;
+    });
+    resumeNext([&] {
+        ADDEXT = FLBFOUND.List(Index);
+        NAMELEN = static_cast<int16_t>(ADDEXT.size());
+        DOTPOS = static_cast<int16_t>(ADDEXT.lastIndexOf(QLatin1Char('.')) + 1);
+    });
+    resumeNext([&] { ADDEXT = ADDEXT.right(NAMELEN - DOTPOS).toUpper(); });
+    if (ADDEXT != QLatin1String("BMP") && ADDEXT != QLatin1String("JPG") && ADDEXT != QLatin1String("GIF"))
+        return;
+
+    const int32_t slot = nextFreeSlot();
+    resumeNext([&] {
+        LSTSELECTED->ListItems()
+            .Add(NEXTINDEX, selectedItemKey(NEXTINDEX), ADDPATH, QStringLiteral("FILE"))
+            .setTag(slot);
+    });
+    // The count first, then the picture: a crash between the two leaves a blank
+    // last slot, which reads as a hole.
+    resumeNext([&] { writeSetting(albumCountKey(), QStringLiteral("Items"), platform::numberText(slot)); });
+    resumeNext([&] { writeSetting(albumSlotsKey(), platform::numberText(slot), ADDPATH); });
+    resumeNext([&] { NEXTINDEX = platform::toInt16(NEXTINDEX + 1.0); });
+    if (LSTSELECTED->ListItems().Count() >= 1)
+        setCommandEnabled(QStringLiteral("RUN"), MNUFILERUN, true);
+    COUNTSHOW();
+}
+
+void frmMain::ADD()
+{
+    const int16_t count = static_cast<int16_t>(std::min(LVWFOUND->ListItems().Count(), MaxListItems));
+    for (int16_t i = 1; i <= count; ++i) {
+        bool marked = false;
+        resumeNext([&] { marked = LVWFOUND->ListItems()(i).Selected(); });
+        if (marked)
+            ADDFILE(static_cast<int16_t>(i - 1));
+    }
+}
+
+void frmMain::ADDALL()
+{
+    const int16_t count = FLBFOUND.ListCount();
+    for (int16_t i = 0; i < count; ++i)
+        ADDFILE(i);
+}
+
+void frmMain::CLEAR()
+{
+    const platform::ListView::ListItem current = LSTSELECTED->SelectedItem();
+    // Nothing to remove without a current item.
+    if (current.isNull())
+        return;
+    const int32_t index = current.Index();
+    resumeNext([&] { writeSetting(albumSlotsKey(), platform::numberText(current.Tag()), QString()); });
+    resumeNext([&] { LSTSELECTED->ListItems().Remove(index); });
+    COUNTSHOW();
+    resumeNext([&] { NEXTINDEX = platform::toInt16(LSTSELECTED->ListItems().Count() + 1.0); });
+    if (LSTSELECTED->ListItems().Count() == 0)
+        setCommandEnabled(QStringLiteral("RUN"), MNUFILERUN, false);
+}
+
+void frmMain::CLEARALL()
+{
+    resumeNext([&] { STOREDITEMS = platform::toInt32(readSetting(albumCountKey(), QStringLiteral("Items"), "0")); });
+    LSTSELECTED->ListItems().Clear();
+    setCommandEnabled(QStringLiteral("RUN"), MNUFILERUN, false);
+    setCommandEnabled(QStringLiteral("REMOVE ALL"), MNUEDITREMOVEALL, false);
+    setCommandEnabled(QStringLiteral("REMOVE"), MNUEDITREMOVE, false);
+    COUNTSHOW();
+    for (SLOTNO = 0; SLOTNO < STOREDITEMS;) {
+        ++SLOTNO;
+        resumeNext([&] { writeSetting(albumSlotsKey(), platform::numberText(SLOTNO), QString()); });
+    }
+    resumeNext([&] { writeSetting(albumCountKey(), QStringLiteral("Items"), QStringLiteral("0")); });
+    NEXTINDEX = 1;
+}
+
+// Lists the stored album without its holes. The store isn't rewritten, and the
+// files behind the paths aren't looked at.
+void frmMain::loadAlbum()
+{
+    resumeNext([&] { STOREDITEMS = platform::toInt32(readSetting(albumCountKey(), QStringLiteral("Items"), "0")); });
+    NEXTINDEX = 1;
+    if (STOREDITEMS == 0) {
+        setCommandEnabled(QStringLiteral("RUN"), MNUFILERUN, false);
+        SELECTCHK();
+        COUNTSHOW();
+        setMousePointer(0);
+        platform::Screen::setMousePointer(0);
+        return;
+    }
+    for (SLOTNO = 0; SLOTNO < STOREDITEMS;) {
+        ++SLOTNO;
+        SLOTPATH = readSetting(albumSlotsKey(), platform::numberText(SLOTNO), QString());
+        if (SLOTPATH.isEmpty() || LSTSELECTED->ListItems().Count() >= MaxListItems)
+            continue;
+        resumeNext([&] {
+            LSTSELECTED->ListItems()
+                .Add(NEXTINDEX, selectedItemKey(NEXTINDEX), SLOTPATH, QStringLiteral("FILE"))
+                .setTag(SLOTNO);
+        });
+        resumeNext([&] { NEXTINDEX = platform::toInt16(NEXTINDEX + 1.0); });
+        setCommandEnabled(QStringLiteral("RUN"), MNUFILERUN, true);
+        COUNTSHOW();
+    }
+}
+
+void frmMain::FOUNDLSTCHK()
+{
+    const bool any = FLBFOUND.ListCount() != 0;
+    setCommandEnabled(QStringLiteral("ADD"), MNUEDITADD, any);
+    setCommandEnabled(QStringLiteral("ADD ALL"), MNUEDITADDALL, any);
+}
+
+void frmMain::SELECTCHK()
+{
+    const bool any = LSTSELECTED->ListItems().Count() >= 1;
+    setCommandEnabled(QStringLiteral("REMOVE ALL"), MNUEDITREMOVEALL, any);
+    setCommandEnabled(QStringLiteral("REMOVE"), MNUEDITREMOVE, any);
+}
+
+void frmMain::COUNTSHOW()
+{
+    SBMAIN->setPanelText(2, QString::number(FLBFOUND.ListCount()) + QStringLiteral(" pictures found"));
+    SBMAIN->setPanelText(3, QString::number(LSTSELECTED->ListItems().Count()) + QStringLiteral(" pictures selected"));
+}

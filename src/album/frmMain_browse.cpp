@@ -1,0 +1,30 @@
+// Folder browsing: the folder picked in the tree fills the found list, names the
+// heading and is remembered for the next start. Only names are read.
+#include "album/frmMain.h"
+
+#include "platform/Error.h"
+#include "platform/ListView.h"
+#include "settings/clsLibrary.h"
+
+using platform::resumeNext;
+
+void frmMain::FTVBROWSE_FolderChanged(const QString& path)
+{
+    // A folder that can't be listed leaves the list of the folder still held.
+    resumeNext([&] { FLBFOUND.setPath(path); });
+    resumeNext([&] { LVWFOUND->ListItems().Clear(); });
+    resumeNext([&] { FLBFOUND.setPattern(picturePattern()); });
+    resumeNext([&] {
+        for (int16_t i = 1; i <= FLBFOUND.ListCount(); ++i) {
+            LVWFOUND->ListItems().Add(i, QStringLiteral("M") + QString::number(i), FLBFOUND.List(i - 1),
+                                      QStringLiteral("FILE"));
+            if (i == MaxListItems)
+                break;
+        }
+    });
+    SETTITLE(path);
+    COUNTSHOW();
+    resumeNext([&] {
+        writeSetting(preferencesKey(), QStringLiteral("Files Location"), clsLibrary::instance().FILENAMELENCHK(path));
+    });
+}

@@ -1,0 +1,100 @@
+// The commands of the main window and the rules that switch them on and off. The
+// toolbar button and the menu item of one command always change together.
+#include "album/frmMain.h"
+
+#include "platform/Conversions.h"
+#include "platform/Error.h"
+#include "platform/Keys.h"
+#include "platform/ListView.h"
+#include "platform/StatusBar.h"
+#include "platform/Toolbar.h"
+#include "settings/clsLibrary.h"
+
+#include <QAction>
+
+using platform::resumeNext;
+
+void frmMain::setCommandEnabled(const QString& buttonKey, QAction* menuItem, bool enabled)
+{
+    resumeNext([&] { TBARMAIN->Buttons(buttonKey)->setEnabled(enabled); });
+    menuItem->setEnabled(enabled);
+}
+
+// Insert adds (also with Shift or Alt, not with Ctrl alone); Ctrl+Delete removes.
+// The enablement of the menu item ties each key to the list that has the focus.
+void frmMain::KEYCHECK(int KeyCode, int Shift)
+{
+    if (Shift != platform::vbCtrlMask && KeyCode == platform::vbKeyInsert) {
+        if (MNUEDITADD->isEnabled())
+            MNUEDITADD_Click();
+    }
+    if (Shift == platform::vbCtrlMask && KeyCode == platform::vbKeyDelete) {
+        if (MNUEDITREMOVE->isEnabled())
+            MNUEDITREMOVE_Click();
+    }
+}
+
+void frmMain::TBARMAIN_ButtonClick(const QString& key)
+{
+    if (key == QLatin1String("ADD"))
+        MNUEDITADD_Click();
+    else if (key == QLatin1String("ADD ALL"))
+        MNUEDITADDALL_Click();
+    else if (key == QLatin1String("REMOVE"))
+        MNUEDITREMOVE_Click();
+    else if (key == QLatin1String("REMOVE ALL"))
+        MNUEDITREMOVEALL_Click();
+    else if (key == QLatin1String("RUN"))
+        MNUFILERUN->trigger();
+}
+
+void frmMain::MNUEDITADD_Click() { ADD(); }
+
+void frmMain::MNUEDITADDALL_Click() { ADDALL(); }
+
+void frmMain::MNUEDITREMOVE_Click()
+{
+    CLEAR();
+    SELECTCHK();
+}
+
+void frmMain::MNUEDITREMOVEALL_Click() { CLEARALL(); }
+
+void frmMain::MNUFILEEXIT_Click() { Forms::unload<frmMain>(); }
+
+// The toggles are checkable items: the menu has flipped the check mark already.
+void frmMain::MNUVIEWSTANDARDBAR_Click()
+{
+    PICMAIN->setVisible(MNUVIEWSTANDARDBAR->isChecked());
+    writeViewSettings();
+}
+
+void frmMain::MNUVIEWSTATUSBAR_Click()
+{
+    SBMAIN->setVisible(MNUVIEWSTATUSBAR->isChecked());
+    writeViewSettings();
+}
+
+// A change of either bar stores both, the toolbar's first.
+void frmMain::writeViewSettings()
+{
+    writeSetting(viewKey(), QStringLiteral("Standard Toolbar"), platform::boolText(MNUVIEWSTANDARDBAR->isChecked()));
+    writeSetting(viewKey(), QStringLiteral("Status Bar"), platform::boolText(!SBMAIN->isHidden()));
+}
+
+void frmMain::MNUHELPWEBSITE_Click()
+{
+    clsLibrary::instance().INTERNETACCESS(QString::number(winId()), QString(), QStringLiteral(VISTARRO_WEB_ADDRESS));
+}
+
+void frmMain::LVWFOUND_LostFocus()
+{
+    setCommandEnabled(QStringLiteral("ADD"), MNUEDITADD, false);
+    setCommandEnabled(QStringLiteral("ADD ALL"), MNUEDITADDALL, false);
+}
+
+void frmMain::LSTSELECTED_LostFocus()
+{
+    setCommandEnabled(QStringLiteral("REMOVE ALL"), MNUEDITREMOVEALL, false);
+    setCommandEnabled(QStringLiteral("REMOVE"), MNUEDITREMOVE, false);
+}

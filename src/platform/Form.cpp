@@ -1,0 +1,161 @@
+#include "platform/Form.h"
+
+#include "platform/Screen.h"
+
+#include <QCloseEvent>
+#include <QEventLoop>
+#include <QPointer>
+
+namespace {
+
+int toPixelsX(float twips) { return qRound(twips / platform::Screen::TwipsPerPixelX()); }
+int toPixelsY(float twips) { return qRound(twips / platform::Screen::TwipsPerPixelY()); }
+float toTwipsX(int pixels) { return static_cast<float>(pixels) * platform::Screen::TwipsPerPixelX(); }
+float toTwipsY(int pixels) { return static_cast<float>(pixels) * platform::Screen::TwipsPerPixelY(); }
+
+}  // namespace
+
+Form::Form(const QString& name, QWidget* parent) : QMainWindow(parent)
+{
+    setObjectName(name);
+    auto* client = new QWidget(this);
+    client->setObjectName(name + QStringLiteral("_client"));
+    setCentralWidget(client);
+}
+
+Form::~Form() = default;
+
+// Outer geometry: frameGeometry once the window has a frame, else the widget's
+// own geometry (offscreen and before the first show they are the same).
+float Form::Left() const { return toTwipsX(frameGeometry().x()); }
+float Form::Top() const { return toTwipsY(frameGeometry().y()); }
+float Form::Width() const { return toTwipsX(frameGeometry().width()); }
+float Form::Height() const { return toTwipsY(frameGeometry().height()); }
+
+void Form::setLeft(float twips) { move(toPixelsX(twips), pos().y()); }
+void Form::setTop(float twips) { move(pos().x(), toPixelsY(twips)); }
+
+void Form::setWidth(float twips)
+{
+    const int frameExtra = frameGeometry().width() - width();
+    resize(std::max(0, toPixelsX(twips) - frameExtra), height());
+}
+
+void Form::setHeight(float twips)
+{
+    const int frameExtra = frameGeometry().height() - height();
+    resize(width(), std::max(0, toPixelsY(twips) - frameExtra));
+}
+
+void Form::Move(float left, float top, float width, float height)
+{
+    setLeft(left);
+    setTop(top);
+    setWidth(width);
+    setHeight(height);
+}
+
+QWidget* Form::clientArea() const { return centralWidget(); }
+
+float Form::ScaleWidth() const { return toTwipsX(clientArea()->width()); }
+float Form::ScaleHeight() const { return toTwipsY(clientArea()->height()); }
+
+int Form::WindowState() const
+{
+    if (windowState() & Qt::WindowMinimized)
+        return 1;
+    if (windowState() & Qt::WindowMaximized)
+        return 2;
+    return 0;
+}
+
+void Form::setWindowState(int state)
+{
+    switch (state) {
+    case 1: QMainWindow::setWindowState(Qt::WindowMinimized); break;
+    case 2: QMainWindow::setWindowState(Qt::WindowMaximized); break;
+    default: QMainWindow::setWindowState(Qt::WindowNoState); break;
+    }
+}
+
+void Form::Show(int modal, Form* owner)
+{
+    if (modal == 0) {
+        show();
+        return;
+    }
+    if (owner && owner != this && parentWidget() != owner) {
+        // A modal form stays above its owner: make it a child window of it.
+        setParent(owner, windowFlags() | Qt::Window);
+    }
+    setWindowModality(Qt::ApplicationModal);
+    QPointer<Form> self(this);
+    QEventLoop loop;
+    connect(this, &Form::hidden, &loop, &QEventLoop::quit);
+    connect(this, &QObject::destroyed, &loop, &QEventLoop::quit);
+    show();
+    loop.exec();
+    if (self)
+        setWindowModality(Qt::NonModal);
+}
+
+void Form::Hide() { hide(); }
+
+void Form::setMousePointer(int code)
+{
+    pointer_ = code;
+    platform::Screen::applyPointer(this, code);
+}
+
+void Form::closeEvent(QCloseEvent* event)
+{
+    event->accept();
+    Forms::unload(this);
+}
+
+void Form::hideEvent(QHideEvent* event)
+{
+    QMainWindow::hideEvent(event);
+    emit hidden();
+}
+
+std::unordered_map<std::type_index, Form*>& Forms::registry()
+{
+    static std::unordered_map<std::type_index, Form*> forms;
+    return forms;
+}
+
+Form* Forms::find(std::type_index type)
+{
+    auto it = registry().find(type);
+    return it == registry().end() ? nullptr : it->second;
+}
+
+void Forms::load(std::type_index type, Form* form)
+{
+    registry()[type] = form;
+    form->Form_Load();
+}
+
+void Forms::unload(std::type_index type)
+{
+    auto it = registry().find(type);
+    if (it == registry().end())
+        return;
+    Form* form = it->second;
+    registry().erase(it);
+    form->Form_Unload();
+    form->hide();
+    // The form may be unloading from inside one of its own handlers.
+    form->deleteLater();
+}
+
+void Forms::unload(Form* form)
+{
+    for (const auto& [type, loaded] : registry()) {
+        if (loaded == form) {
+            unload(type);
+            return;
+        }
+    }
+}

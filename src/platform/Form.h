@@ -1,0 +1,99 @@
+#pragma once
+
+#include <QMainWindow>
+
+#include <functional>
+#include <typeindex>
+#include <unordered_map>
+
+// The base of every window of the program. A form measures in twips (1440 to the
+// inch) as the layout arithmetic expects; the widget's geometry is set in pixels
+// through Screen's twips-per-pixel. The form's client area, in which ScaleWidth
+// and ScaleHeight are measured, is the central widget below the menu bar.
+class Form : public QMainWindow {
+    Q_OBJECT
+public:
+    explicit Form(const QString& name, QWidget* parent = nullptr);
+    ~Form() override;
+
+    // Runs once when the registry loads the form, and once when it unloads it.
+    virtual void Form_Load() {}
+    virtual void Form_Unload() {}
+
+    QString Name() const { return objectName(); }
+
+    // Outer placement in twips, measured from the screen's top left corner.
+    float Left() const;
+    float Top() const;
+    float Width() const;
+    float Height() const;
+    void setLeft(float twips);
+    void setTop(float twips);
+    void setWidth(float twips);
+    void setHeight(float twips);
+    void Move(float left, float top, float width, float height);
+
+    // The client area in twips.
+    float ScaleWidth() const;
+    float ScaleHeight() const;
+    QWidget* clientArea() const;
+
+    // 0 normal, 1 minimized, 2 maximized.
+    int WindowState() const;
+    void setWindowState(int state);
+
+    // modal 1 shows the form modally and returns once it is hidden or unloaded.
+    void Show(int modal = 0, Form* owner = nullptr);
+    void Hide();
+
+    // Pointer codes: 0 default, 11 hourglass (others as Screen maps them).
+    int MousePointer() const { return pointer_; }
+    void setMousePointer(int code);
+
+signals:
+    void hidden();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+private:
+    int pointer_ = 0;
+};
+
+// The single shared instance of each form: loaded (and Form_Load run) on first
+// touch, unloaded explicitly (Form_Unload run, then destroyed).
+class Forms {
+public:
+    template <typename T>
+    static T& get()
+    {
+        if (Form* existing = find(typeid(T)))
+            return static_cast<T&>(*existing);
+        T* form = new T();
+        load(typeid(T), form);
+        return *form;
+    }
+
+    template <typename T>
+    static bool isLoaded()
+    {
+        return find(typeid(T)) != nullptr;
+    }
+
+    // Unloading a form that isn't loaded does nothing.
+    template <typename T>
+    static void unload()
+    {
+        unload(typeid(T));
+    }
+
+    // Unloads the form whatever its type; used when the user closes its window.
+    static void unload(Form* form);
+
+private:
+    static Form* find(std::type_index type);
+    static void load(std::type_index type, Form* form);
+    static void unload(std::type_index type);
+    static std::unordered_map<std::type_index, Form*>& registry();
+};

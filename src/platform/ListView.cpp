@@ -1,0 +1,89 @@
+#include "platform/ListView.h"
+
+#include "platform/Error.h"
+#include "platform/ImageList.h"
+#include "platform/Screen.h"
+
+#include <QHeaderView>
+
+namespace platform {
+
+namespace {
+constexpr int KeyRole = Qt::UserRole;
+constexpr int TagRole = Qt::UserRole + 1;
+}  // namespace
+
+ListView::ListView(const QString& columnHeader, QWidget* parent) : QTreeWidget(parent)
+{
+    setColumnCount(1);
+    setHeaderLabels({columnHeader});
+    setRootIsDecorated(false);
+    setUniformRowHeights(true);
+    setSelectionMode(QAbstractItemView::ExtendedSelection);
+    setAllColumnsShowFocus(true);
+    header()->setStretchLastSection(false);
+    header()->setSectionsMovable(false);
+}
+
+int32_t ListView::ListItem::Index() const { return view_->indexOfTopLevelItem(item_) + 1; }
+QString ListView::ListItem::Key() const { return item_->data(0, KeyRole).toString(); }
+QString ListView::ListItem::Text() const { return item_->text(0); }
+bool ListView::ListItem::Selected() const { return item_->isSelected(); }
+void ListView::ListItem::setSelected(bool selected) { item_->setSelected(selected); }
+qint64 ListView::ListItem::Tag() const { return item_->data(0, TagRole).toLongLong(); }
+void ListView::ListItem::setTag(qint64 tag) { item_->setData(0, TagRole, tag); }
+
+ListView::ListItem ListView::Items::Add(int32_t index, const QString& key, const QString& text,
+                                        const QString& smallIcon)
+{
+    if (index < 1 || index > Count() + 1)
+        throw Error(err::SubscriptOutOfRange, QStringLiteral("Index out of bounds"));
+    auto* item = new QTreeWidgetItem({text});
+    item->setData(0, KeyRole, key);
+    if (view_->smallIcons_ && !smallIcon.isEmpty())
+        item->setIcon(0, view_->smallIcons_->image(smallIcon));
+    view_->insertTopLevelItem(index - 1, item);
+    return ListItem(view_, item);
+}
+
+ListView::ListItem ListView::Items::Add(const QString& key, const QString& text, const QString& smallIcon)
+{
+    return Add(Count() + 1, key, text, smallIcon);
+}
+
+void ListView::Items::Remove(int32_t index) { delete view_->itemAt(index); }
+
+void ListView::Items::Clear() { view_->clear(); }
+
+int32_t ListView::Items::Count() const { return view_->topLevelItemCount(); }
+
+ListView::ListItem ListView::Items::operator()(int32_t index) const
+{
+    return ListItem(view_, view_->itemAt(index));
+}
+
+QTreeWidgetItem* ListView::itemAt(int32_t index) const
+{
+    QTreeWidgetItem* item = index >= 1 ? topLevelItem(index - 1) : nullptr;
+    if (!item)
+        throw Error(err::SubscriptOutOfRange, QStringLiteral("Index out of bounds"));
+    return item;
+}
+
+ListView::ListItem ListView::SelectedItem() const
+{
+    QTreeWidgetItem* current = currentItem();
+    return current ? ListItem(this, current) : ListItem();
+}
+
+float ListView::columnWidth() const
+{
+    return static_cast<float>(QTreeWidget::columnWidth(0)) * Screen::TwipsPerPixelX();
+}
+
+void ListView::setColumnWidth(float twips)
+{
+    QTreeWidget::setColumnWidth(0, qRound(twips / Screen::TwipsPerPixelX()));
+}
+
+}  // namespace platform

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <QTreeWidget>
+
+#include <cstdint>
+
+namespace platform {
+
+class ImageList;
+
+// A list view in report style with one column, offering the item calls the forms
+// use: ListItems().Add/Remove/Clear/Count, item i's Selected mark, and the current
+// item. Indexes count from 1. Each item carries a key, a text, a small icon key and
+// a Tag for the caller's own use.
+class ListView : public QTreeWidget {
+    Q_OBJECT
+public:
+    explicit ListView(const QString& columnHeader, QWidget* parent = nullptr);
+
+    void setSmallIcons(const ImageList* images) { smallIcons_ = images; }
+
+    class ListItem {
+    public:
+        ListItem() = default;
+        bool isNull() const { return item_ == nullptr; }
+        int32_t Index() const;
+        QString Key() const;
+        QString Text() const;
+        bool Selected() const;
+        void setSelected(bool selected);
+        qint64 Tag() const;
+        void setTag(qint64 tag);
+
+    private:
+        friend class ListView;
+        ListItem(const ListView* view, QTreeWidgetItem* item) : view_(view), item_(item) {}
+        const ListView* view_ = nullptr;
+        QTreeWidgetItem* item_ = nullptr;
+    };
+
+    class Items {
+    public:
+        // Inserts at position index (1 to Count + 1); out of range throws.
+        ListItem Add(int32_t index, const QString& key, const QString& text, const QString& smallIcon);
+        // Appends.
+        ListItem Add(const QString& key, const QString& text, const QString& smallIcon);
+        void Remove(int32_t index);
+        void Clear();
+        int32_t Count() const;
+        // Item i, from 1; out of range throws.
+        ListItem operator()(int32_t index) const;
+
+    private:
+        friend class ListView;
+        explicit Items(ListView* view) : view_(view) {}
+        ListView* view_;
+    };
+
+    Items ListItems() { return Items(this); }
+
+    // The current item, or a null item when there is none.
+    ListItem SelectedItem() const;
+
+    // Width of the single column, in twips.
+    float columnWidth() const;
+    void setColumnWidth(float twips);
+
+private:
+    QTreeWidgetItem* itemAt(int32_t index) const;
+    const ImageList* smallIcons_ = nullptr;
+};
+
+}  // namespace platform

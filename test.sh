@@ -1,0 +1,23 @@
+#!/usr/bin/env bash
+# Builds Vistarro and runs the whole test suite twice: in a normal debug build
+# and under AddressSanitizer and UndefinedBehaviorSanitizer. Also checks that the
+# sources are clang-format clean. Widgets run on the offscreen platform.
+set -euo pipefail
+cd "$(dirname "$0")"
+scripts/install-deps.sh
+
+echo "== Format"
+mapfile -t sources < <(git ls-files '*.cpp' '*.h' 2>/dev/null || find src tests tools bench -name '*.cpp' -o -name '*.h')
+clang-format --dry-run --Werror "${sources[@]}"
+
+run_suite() {
+  local dir=$1; shift
+  echo "== Build $dir"
+  cmake -S . -B "$dir" -G Ninja -DCMAKE_BUILD_TYPE=Debug -DVISTARRO_WERROR=ON "$@" >/dev/null
+  cmake --build "$dir" -j2
+  echo "== Test $dir"
+  (cd "$dir" && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j2)
+}
+
+run_suite build/debug
+run_suite build/sanitize -DVISTARRO_SANITIZE=ON

@@ -1,0 +1,397 @@
+// The main window against a store of its own: what a person does with folders and
+// the album, and what the store holds afterwards.
+#include "TempStore.h"
+
+#include "album/frmMain.h"
+#include "platform/App.h"
+#include "platform/FileNames.h"
+#include "platform/FolderTree.h"
+#include "platform/ListView.h"
+#include "platform/Registry.h"
+#include "platform/StatusBar.h"
+#include "platform/Toolbar.h"
+#include "settings/clsLibrary.h"
+
+#include <QAction>
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+QString stored(const QString& key, const QString& item, const QString& fallback = QStringLiteral("<absent>"))
+{
+    return clsLibrary::instance().REGSTRREAD(clsLibrary::currentUserKey(), key, item, fallback);
+}
+
+void store(const QString& key, const QString& item, const QString& data)
+{
+    QVERIFY(clsLibrary::instance().REGSTRWRITE(clsLibrary::currentUserKey(), key, item, data));
+}
+
+QString slot(int number) { return stored(frmMain::albumSlotsKey(), QString::number(number)); }
+QString items() { return stored(frmMain::albumCountKey(), QStringLiteral("Items")); }
+
+QStringList texts(platform::ListView* list)
+{
+    QStringList result;
+    for (int i = 1; i <= list->ListItems().Count(); ++i)
+        result << list->ListItems()(i).Text();
+    return result;
+}
+
+void touch(const QString& path)
+{
+    QFile file(path);
+    QVERIFY2(file.open(QIODevice::WriteOnly), qPrintable(path));
+}
+
+// A folder of pictures and other files, with names of every kind.
+QString makeFolder(QTemporaryDir& dir, const QStringList& names)
+{
+    for (const QString& name : names)
+        touch(dir.filePath(name));
+    return dir.path();
+}
+
+}  // namespace
+
+class tst_frmMain : public QObject {
+    Q_OBJECT
+
+private:
+    frmMain* start()
+    {
+        frmMain& form = Forms::get<frmMain>();
+        return &form;
+    }
+
+    frmMain* restart()
+    {
+        Forms::unload<frmMain>();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        return start();
+    }
+
+    void showAndFocus(frmMain* form, QWidget* control)
+    {
+        form->show();
+        QVERIFY(QTest::qWaitForWindowExposed(form));
+        form->activateWindow();
+        control->setFocus(Qt::TabFocusReason);
+        QTRY_VERIFY(control->hasFocus());
+    }
+
+    bool commandEnabled(frmMain* form, const QString& key, QAction* item)
+    {
+        const bool button = form->TBARMAIN->Buttons(key)->isEnabled();
+        if (button != item->isEnabled())
+            qWarning() << key << "button and menu item disagree";
+        return button && item->isEnabled();
+    }
+
+private slots:
+    void cleanup()
+    {
+        Forms::unload<frmMain>();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
+    void firstStartOnAnEmptyStore()
+    {
+        TempStore temp;
+        frmMain* form = start();
+
+        // The tree opens at the program's folder; the change of folder that the
+        // start runs is the only thing written.
+        QCOMPARE(form->FTVBROWSE->selectedfolder(), platform::App::Path());
+        QCOMPARE(stored(frmMain::preferencesKey(), QStringLiteral("Files Location")), platform::App::Path() + "/");
+        QCOMPARE(items(), QStringLiteral("<absent>"));
+        QCOMPARE(stored(frmMain::viewKey(), QStringLiteral("Standard Toolbar")), QStringLiteral("<absent>"));
+
+        QCOMPARE(form->LSTSELECTED->ListItems().Count(), 0);
+        QCOMPARE(form->SBMAIN->panelText(3), QStringLiteral("0 pictures selected"));
+        QVERIFY(form->MNUVIEWSTANDARDBAR->isChecked());
+        QVERIFY(form->MNUVIEWSTATUSBAR->isChecked());
+        QVERIFY(!form->PICMAIN->isHidden());
+        for (const auto& [key, item] : {std::pair{"ADD", form->MNUEDITADD}, {"ADD ALL", form->MNUEDITADDALL},
+                                        {"REMOVE", form->MNUEDITREMOVE}, {"REMOVE ALL", form->MNUEDITREMOVEALL},
+                                        {"RUN", form->MNUFILERUN}}) {
+            QVERIFY2(!form->TBARMAIN->Buttons(key)->isEnabled(), key);
+            QVERIFY2(!item->isEnabled(), key);
+        }
+    }
+
+    void folderChangeFillsTheFoundList()
+    {
+        TempStore temp;
+        QTemporaryDir dir;
+        makeFolder(dir, {"b.jpg", "A.GIF", "c.bmp", "d.png", "notes.txt", ".hidden.jpg", "trip.2001.JpG", "img10.jpg",
+                         "img2.jpg"});
+        QVERIFY(QDir(dir.path()).mkdir("sub.jpg"));
+        frmMain* form = start();
+
+        form->FTVBROWSE->setSelectedfolder(dir.path());
+        QCOMPARE(texts(form->LVWFOUND),
+                 QStringList({"A.GIF", "b.jpg", "c.bmp", "img2.jpg", "img10.jpg", "trip.2001.JpG"}));
+        QCOMPARE(form->LVWFOUND->ListItems()(3).Key(), QStringLiteral("M3"));
+        QCOMPARE(form->SBMAIN->panelText(2), QStringLiteral("6 pictures found"));
+        QCOMPARE(form->LBLDESC->text(), "Vistarro - (" + dir.path() + ")");
+        QCOMPARE(stored(frmMain::preferencesKey(), QStringLiteral("Files Location")), dir.path() + "/");
+
+        // The folder comes back at the next start.
+        form = restart();
+        QCOMPARE(form->FTVBROWSE->selectedfolder(), dir.path());
+        QCOMPARE(form->LVWFOUND->ListItems().Count(), 6);
+    }
+
+    void folderThatCantBeListedKeepsTheOldList()
+    {
+        TempStore temp;
+        QTemporaryDir dir, doomed;
+        makeFolder(dir, {"a.jpg"});
+        frmMain* form = start();
+        form->FTVBROWSE->setSelectedfolder(dir.path());
+        form->FTVBROWSE->setSelectedfolder(doomed.path());
+        QCOMPARE(form->LVWFOUND->ListItems().Count(), 0);
+        form->FTVBROWSE->setSelectedfolder(dir.path());
+
+        // The folder vanishes between the tree's listing and the pick.
+        const QString gone = doomed.path();
+        doomed.remove();
+        form->FTVBROWSE->setCurrentIndex(QModelIndex());
+        QMetaObject::invokeMethod(form->FTVBROWSE, "folderChanged", Q_ARG(QString, gone));
+
+        QCOMPARE(texts(form->LVWFOUND), QStringList({"a.jpg"}));
+        QCOMPARE(form->FLBFOUND.Path(), dir.path());
+        QCOMPARE(form->LBLDESC->text(), "Vistarro - (" + gone + ")");
+        QCOMPARE(stored(frmMain::preferencesKey(), QStringLiteral("Files Location")), gone + "/");
+    }
+
+    void addMarkedAndAllIntoTheStoredForm()
+    {
+        TempStore temp;
+        QTemporaryDir dir;
+        makeFolder(dir, {"a.jpg", "b.gif", "c.bmp"});
+        frmMain* form = start();
+        form->FTVBROWSE->setSelectedfolder(dir.path());
+
+        // Marked in reverse order, added in the order of the found list, by Insert.
+        showAndFocus(form, form->LVWFOUND);
+        QVERIFY(commandEnabled(form, "ADD", form->MNUEDITADD));
+        form->LVWFOUND->ListItems()(3).setSelected(true);
+        form->LVWFOUND->ListItems()(1).setSelected(true);
+        QTest::keyClick(form->LVWFOUND, Qt::Key_Insert);
+
+        QCOMPARE(items(), QStringLiteral("2"));
+        QCOMPARE(slot(1), dir.filePath("a.jpg"));
+        QCOMPARE(slot(2), dir.filePath("c.bmp"));
+        QCOMPARE(texts(form->LSTSELECTED), QStringList({dir.filePath("a.jpg"), dir.filePath("c.bmp")}));
+        QVERIFY(form->LSTSELECTED->ListItems()(2).Key().startsWith("m2"));
+        QVERIFY(commandEnabled(form, "RUN", form->MNUFILERUN));
+        QCOMPARE(form->SBMAIN->panelText(3), QStringLiteral("2 pictures selected"));
+
+        // Ctrl+Insert is not the add key; a second add-all doubles the album.
+        QTest::keyClick(form->LVWFOUND, Qt::Key_Insert, Qt::ControlModifier);
+        QCOMPARE(form->LSTSELECTED->ListItems().Count(), 2);
+        form->TBARMAIN->Buttons("ADD ALL")->trigger();
+        QCOMPARE(items(), QStringLiteral("5"));
+        QCOMPARE(slot(5), dir.filePath("c.bmp"));
+
+        // Leaving the found list turns the add pair off; Insert in the tree does nothing.
+        form->FTVBROWSE->setFocus(Qt::TabFocusReason);
+        QTRY_VERIFY(!form->MNUEDITADD->isEnabled());
+        QTest::keyClick(form->FTVBROWSE, Qt::Key_Insert);
+        QCOMPARE(form->LSTSELECTED->ListItems().Count(), 5);
+
+        // The album comes back in its order.
+        const QStringList before = texts(form->LSTSELECTED);
+        form = restart();
+        QCOMPARE(texts(form->LSTSELECTED), before);
+        QVERIFY(form->MNUFILERUN->isEnabled());
+        QVERIFY(!form->MNUEDITREMOVE->isEnabled());
+    }
+
+    void removeLeavesAHoleThatNeverComesBack()
+    {
+        TempStore temp;
+        QTemporaryDir dir;
+        makeFolder(dir, {"a.jpg", "b.jpg", "c.jpg", "d.jpg"});
+        frmMain* form = start();
+        form->FTVBROWSE->setSelectedfolder(dir.path());
+        form->ADDALL();
+
+        showAndFocus(form, form->LSTSELECTED);
+        form->LSTSELECTED->setCurrentItem(form->LSTSELECTED->topLevelItem(1));
+        QTest::keyClick(form->LSTSELECTED, Qt::Key_Delete);  // plain Delete does nothing
+        QCOMPARE(form->LSTSELECTED->ListItems().Count(), 4);
+        QTest::keyClick(form->LSTSELECTED, Qt::Key_Delete, Qt::ControlModifier);
+
+        QCOMPARE(texts(form->LSTSELECTED), QStringList({dir.filePath("a.jpg"), dir.filePath("c.jpg"),
+                                                         dir.filePath("d.jpg")}));
+        QCOMPARE(items(), QStringLiteral("4"));
+        QCOMPARE(slot(2), QString());
+        QCOMPARE(slot(3), dir.filePath("c.jpg"));
+
+        // After a restart the list has no gap, and removing from it still blanks
+        // the picture's own slot.
+        form = restart();
+        QCOMPARE(texts(form->LSTSELECTED), QStringList({dir.filePath("a.jpg"), dir.filePath("c.jpg"),
+                                                         dir.filePath("d.jpg")}));
+        form->LSTSELECTED->setCurrentItem(form->LSTSELECTED->topLevelItem(1));
+        form->CLEAR();
+        QCOMPARE(slot(3), QString());
+        QCOMPARE(slot(4), dir.filePath("d.jpg"));
+
+        // An add goes behind the last picture and never over one.
+        form->LVWFOUND->ListItems()(2).setSelected(true);
+        form->ADD();
+        QCOMPARE(items(), QStringLiteral("5"));
+        QCOMPARE(slot(5), dir.filePath("b.jpg"));
+        form = restart();
+        QCOMPARE(texts(form->LSTSELECTED), QStringList({dir.filePath("a.jpg"), dir.filePath("d.jpg"),
+                                                         dir.filePath("b.jpg")}));
+
+        // Removing the last pictures turns Run off, and the next add takes the
+        // blank slots at the end again.
+        while (form->LSTSELECTED->ListItems().Count() > 1) {
+            form->LSTSELECTED->setCurrentItem(form->LSTSELECTED->topLevelItem(1));
+            form->CLEAR();
+        }
+        QVERIFY(form->MNUFILERUN->isEnabled());
+        form->LSTSELECTED->setCurrentItem(form->LSTSELECTED->topLevelItem(0));
+        form->CLEAR();
+        QVERIFY(!form->MNUFILERUN->isEnabled());
+        form->LVWFOUND->ListItems()(2).setSelected(true);
+        form->ADD();
+        QCOMPARE(items(), QStringLiteral("1"));
+        QCOMPARE(slot(1), dir.filePath("b.jpg"));
+    }
+
+    void removeAllBlanksEverySlot()
+    {
+        TempStore temp;
+        QTemporaryDir dir;
+        makeFolder(dir, {"a.jpg", "b.jpg", "c.jpg"});
+        frmMain* form = start();
+        form->FTVBROWSE->setSelectedfolder(dir.path());
+        form->ADDALL();
+        form->CLEARALL();
+
+        QCOMPARE(items(), QStringLiteral("0"));
+        for (int i = 1; i <= 3; ++i)
+            QCOMPARE(slot(i), QString());
+        QCOMPARE(form->LSTSELECTED->ListItems().Count(), 0);
+        QVERIFY(!form->MNUFILERUN->isEnabled());
+        QVERIFY(!form->MNUEDITREMOVEALL->isEnabled());
+
+        form->LVWFOUND->ListItems()(2).setSelected(true);
+        form->ADD();
+        QCOMPARE(items(), QStringLiteral("1"));
+        QCOMPARE(slot(1), dir.filePath("b.jpg"));
+        QVERIFY(form->LSTSELECTED->ListItems()(1).Key().startsWith("m1"));
+    }
+
+    void storedAlbumWithHolesAndBadCount_data()
+    {
+        QTest::addColumn<QString>("count");
+        QTest::addColumn<QStringList>("expected");
+        QTest::newRow("holes and slots above the count") << "4" << QStringList({"/p/one.jpg", "/p/four.jpg"});
+        QTest::newRow("count that isn't a number") << "many" << QStringList();
+        QTest::newRow("negative count") << "-3" << QStringList();
+    }
+
+    void storedAlbumWithHolesAndBadCount()
+    {
+        QFETCH(QString, count);
+        QFETCH(QStringList, expected);
+        TempStore temp;
+        store(frmMain::albumCountKey(), "Items", count);
+        store(frmMain::albumSlotsKey(), "1", "/p/one.jpg");
+        store(frmMain::albumSlotsKey(), "2", "");
+        store(frmMain::albumSlotsKey(), "4", "/p/four.jpg");
+        store(frmMain::albumSlotsKey(), "5", "/p/five.jpg");
+
+        frmMain* form = start();
+        QCOMPARE(texts(form->LSTSELECTED), expected);
+        QCOMPARE(form->MNUFILERUN->isEnabled(), !expected.isEmpty());
+        QCOMPARE(form->SBMAIN->panelText(3), QString::number(expected.size()) + " pictures selected");
+        // The store isn't rewritten at start.
+        QCOMPARE(items(), count);
+    }
+
+    void longPathsAndNamesThatArentUtf8()
+    {
+        TempStore temp;
+        QTemporaryDir dir;
+        // A path of 255 characters and one of 254.
+        const int room = 254 - static_cast<int>(dir.path().size()) - 1;
+        const QString fits = dir.filePath(QString(room - 4, 'f') + ".jpg");
+        const QString tooLong = dir.filePath(QString(room - 3, 'g') + ".jpg");
+        QCOMPARE(fits.size(), 254);
+        touch(fits);
+        touch(tooLong);
+        // Latin-1 bytes, not UTF-8.
+        const QByteArray rawName = dir.path().toUtf8() + "/caf\xe9.jpg";
+        const int fd = ::open(rawName.constData(), O_CREAT | O_WRONLY, 0644);
+        QVERIFY(fd >= 0);
+        ::close(fd);
+
+        frmMain* form = start();
+        form->FTVBROWSE->setSelectedfolder(dir.path());
+        QCOMPARE(form->LVWFOUND->ListItems().Count(), 3);
+        form->ADDALL();
+        QCOMPARE(form->LSTSELECTED->ListItems().Count(), 3);
+
+        form = restart();
+        const QStringList album = texts(form->LSTSELECTED);
+        QVERIFY(album.contains(fits));
+        QVERIFY(!album.contains(tooLong));
+        QCOMPARE(album.size(), 2);
+        // The stored name still reaches the very same file.
+        const QString cafe = album.at(album.indexOf(fits) == 0 ? 1 : 0);
+        QCOMPARE(platform::encodeFileName(cafe), rawName);
+        QVERIFY(platform::fileExists(cafe));
+        ::unlink(rawName.constData());  // QTemporaryDir can't remove a name that isn't UTF-8
+    }
+
+    void storeThatCantBeWrittenLeavesTheProgramWorking()
+    {
+        TempStore temp;
+        QTemporaryDir dir;
+        makeFolder(dir, {"a.jpg"});
+        // The config home is a file, so the store's folder can't be made.
+        touch(temp.configHome() + "/blocked");
+        qputenv("XDG_CONFIG_HOME", (temp.configHome() + "/blocked").toUtf8());
+        platform::Registry::instance().reopen();
+
+        frmMain* form = start();
+        form->FTVBROWSE->setSelectedfolder(dir.path());
+        form->ADDALL();
+        QCOMPARE(texts(form->LSTSELECTED), QStringList({dir.filePath("a.jpg")}));
+        QCOMPARE(form->SBMAIN->panelText(3), QStringLiteral("1 pictures selected"));
+        QVERIFY(form->MNUFILERUN->isEnabled());
+    }
+
+    void toggledBarsAreStoredTogether()
+    {
+        TempStore temp;
+        frmMain* form = start();
+        form->MNUVIEWSTATUSBAR->trigger();
+        QVERIFY(form->SBMAIN->isHidden());
+        QCOMPARE(stored(frmMain::viewKey(), "Standard Toolbar"), QStringLiteral("True"));
+        QCOMPARE(stored(frmMain::viewKey(), "Status Bar"), QStringLiteral("False"));
+        form = restart();
+        QVERIFY(form->SBMAIN->isHidden());
+        QVERIFY(!form->MNUVIEWSTATUSBAR->isChecked());
+        QVERIFY(form->MNUVIEWSTANDARDBAR->isChecked());
+    }
+};
+
+QTEST_MAIN(tst_frmMain)
+#include "tst_frmMain.moc"
