@@ -5,6 +5,12 @@ function(vistarro_folder_library folder)
     "${PROJECT_SOURCE_DIR}/src/${folder}/*.cpp"
     "${PROJECT_SOURCE_DIR}/src/${folder}/*.h"
     "${PROJECT_SOURCE_DIR}/src/${folder}/*.qrc")
+  if(NOT sources)
+    # A subsystem that has no code yet.
+    add_library(vistarro_${folder} INTERFACE)
+    target_link_libraries(vistarro_${folder} INTERFACE ${ARGN})
+    return()
+  endif()
   add_library(vistarro_${folder} STATIC ${sources})
   target_include_directories(vistarro_${folder} PUBLIC "${PROJECT_SOURCE_DIR}/src")
   target_link_libraries(vistarro_${folder} PUBLIC ${ARGN})

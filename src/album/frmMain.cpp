@@ -19,6 +19,7 @@ using platform::resumeNext;
 frmMain::frmMain() : Form(QStringLiteral("frmMain"))
 {
     setWindowTitle(platform::App::Title());
+    Forms::setMainForm(this);
     IMGLST = resources::mainImages();
     createMenus();
     createBands();

@@ -144,6 +144,8 @@ void Forms::unload(std::type_index type)
         return;
     Form* form = it->second;
     registry().erase(it);
+    if (form == Forms::mainForm())
+        Forms::setMainForm(nullptr);
     form->Form_Unload();
     form->hide();
     // The form may be unloading from inside one of its own handlers.

@@ -91,9 +91,15 @@ public:
     // Unloads the form whatever its type; used when the user closes its window.
     static void unload(Form* form);
 
+    // The program's start form, whose life is the program's. Other subsystems reach
+    // it through here instead of naming its class (the viewer hides and shows it).
+    static Form* mainForm() { return mainForm_; }
+    static void setMainForm(Form* form) { mainForm_ = form; }
+
 private:
     static Form* find(std::type_index type);
     static void load(std::type_index type, Form* form);
     static void unload(std::type_index type);
     static std::unordered_map<std::type_index, Form*>& registry();
+    static inline Form* mainForm_ = nullptr;
 };
