@@ -1,4 +1,5 @@
 #include "album/frmMain.h"
+#include "platform/App.h"
 #include "platform/Form.h"
 
 #include <QApplication>
