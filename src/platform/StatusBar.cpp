@@ -16,7 +16,6 @@ QLabel* makePanel(QWidget* parent)
     label->setFrameShape(QFrame::StyledPanel);
     label->setFrameShadow(QFrame::Sunken);
     label->setTextFormat(Qt::PlainText);
-    label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     return label;
 }
 
@@ -28,6 +27,8 @@ StatusBar::StatusBar(const std::vector<float>& fixedPanelWidths, QWidget* parent
     layout->setContentsMargins(1, 1, 1, 1);
     layout->setSpacing(2);
     panels_.push_back(makePanel(this));
+    // A long description must not widen the window.
+    panels_.back()->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     layout->addWidget(panels_.back(), 1);
     for (float twips : fixedPanelWidths) {
         panels_.push_back(makePanel(this));
