@@ -56,7 +56,11 @@ void BM_AddAll1000(benchmark::State& state)
         form.ADDALL();
     }
 }
-BENCHMARK(BM_AddAll1000)->Unit(benchmark::kMillisecond)->Iterations(1)->Repetitions(5)->ReportAggregatesOnly(true);
+BENCHMARK(BM_AddAll1000)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1)
+    ->Repetitions(5)
+    ->ReportAggregatesOnly(true);
 
 void BM_ChangeFolder10000(benchmark::State& state)
 {
@@ -77,7 +81,7 @@ BENCHMARK(BM_ChangeFolder10000)
     ->Repetitions(5)
     ->ReportAggregatesOnly(true);
 
-}  // namespace
+} // namespace
 
 int main(int argc, char** argv)
 {

@@ -2,7 +2,8 @@
 
 #include "platform/Registry.h"
 
-TempStore::TempStore() : previous_(qgetenv("XDG_CONFIG_HOME")), hadPrevious_(qEnvironmentVariableIsSet("XDG_CONFIG_HOME"))
+TempStore::TempStore()
+    : previous_(qgetenv("XDG_CONFIG_HOME")), hadPrevious_(qEnvironmentVariableIsSet("XDG_CONFIG_HOME"))
 {
     qputenv("XDG_CONFIG_HOME", dir_.path().toUtf8());
     platform::Registry::instance().reopen();
@@ -17,4 +18,7 @@ TempStore::~TempStore()
         qunsetenv("XDG_CONFIG_HOME");
 }
 
-QString TempStore::databasePath() const { return platform::Registry::databasePath(); }
+QString TempStore::databasePath() const
+{
+    return platform::Registry::databasePath();
+}

@@ -44,10 +44,22 @@ void frmMain::writeSetting(const QString& key, const QString& item, const QStrin
     clsLibrary::instance().REGSTRWRITE(clsLibrary::currentUserKey(), key, item, data);
 }
 
-QString frmMain::albumCountKey() { return clsLibrary::programKey() + QStringLiteral("\\fPICTURES\\Items"); }
-QString frmMain::albumSlotsKey() { return clsLibrary::programKey() + QStringLiteral("\\fPICTURES\\Selection"); }
-QString frmMain::preferencesKey() { return clsLibrary::programKey() + QStringLiteral("\\fPREFERENCES\\Items"); }
-QString frmMain::viewKey() { return clsLibrary::programKey() + QStringLiteral("\\me\\View"); }
+QString frmMain::albumCountKey()
+{
+    return clsLibrary::programKey() + QStringLiteral("\\fPICTURES\\Items");
+}
+QString frmMain::albumSlotsKey()
+{
+    return clsLibrary::programKey() + QStringLiteral("\\fPICTURES\\Selection");
+}
+QString frmMain::preferencesKey()
+{
+    return clsLibrary::programKey() + QStringLiteral("\\fPREFERENCES\\Items");
+}
+QString frmMain::viewKey()
+{
+    return clsLibrary::programKey() + QStringLiteral("\\me\\View");
+}
 
 // Each step stands by itself: a step that fails is skipped and the next one runs.
 void frmMain::Form_Load()
@@ -78,8 +90,8 @@ void frmMain::Form_Load()
         PICMAIN->setVisible(shown);
     });
     resumeNext([&] {
-        const bool shown = platform::toBool(
-            readSetting(viewKey(), QStringLiteral("Status Bar"), QStringLiteral("True")));
+        const bool shown =
+            platform::toBool(readSetting(viewKey(), QStringLiteral("Status Bar"), QStringLiteral("True")));
         SBMAIN->setVisible(shown);
         MNUVIEWSTATUSBAR->setChecked(shown);
     });

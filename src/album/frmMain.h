@@ -15,7 +15,7 @@ class FolderTree;
 class ListView;
 class StatusBar;
 class Toolbar;
-}  // namespace platform
+} // namespace platform
 
 // The main window: the folder tree, the pictures found in the current folder, and
 // the album. Every change of the album is written to the settings store at once,

@@ -13,6 +13,7 @@
 #include "platform/Conversions.h"
 #include "platform/Error.h"
 #include "platform/ListView.h"
+#include "platform/Registry.h"
 #include "platform/Screen.h"
 #include "platform/StatusBar.h"
 
@@ -27,10 +28,27 @@ namespace {
 // position used again after a removal gets a key of its own.
 QString selectedItemKey(int16_t position)
 {
-    return QStringLiteral("m") + QString::number(position) + QTime::currentTime().toString(QStringLiteral("HH:mm:ss"));
+    return QStringLiteral("m") + QString::number(position) +
+           QTime::currentTime().toString(QStringLiteral("HH:mm:ss"));
 }
 
-}  // namespace
+// The highest slot the store holds a value for. Slots above it read as blank, so
+// the loops over the stored album stop there: a count edited to a huge number
+// then costs nothing.
+int32_t highestStoredSlot()
+{
+    int32_t highest = 0;
+    for (const QString& name :
+         platform::Registry::instance().valueNames(platform::HKEY_CURRENT_USER, frmMain::albumSlotsKey())) {
+        bool isNumber = false;
+        const int32_t slot = name.toInt(&isNumber);
+        if (isNumber && slot > highest)
+            highest = slot;
+    }
+    return highest;
+}
+
+} // namespace
 
 int32_t frmMain::nextFreeSlot() const
 {
@@ -110,13 +128,15 @@ void frmMain::CLEAR()
 
 void frmMain::CLEARALL()
 {
-    resumeNext([&] { STOREDITEMS = platform::toInt32(readSetting(albumCountKey(), QStringLiteral("Items"), "0")); });
+    resumeNext(
+        [&] { STOREDITEMS = platform::toInt32(readSetting(albumCountKey(), QStringLiteral("Items"), "0")); });
     LSTSELECTED->ListItems().Clear();
     setCommandEnabled(QStringLiteral("RUN"), MNUFILERUN, false);
     setCommandEnabled(QStringLiteral("REMOVE ALL"), MNUEDITREMOVEALL, false);
     setCommandEnabled(QStringLiteral("REMOVE"), MNUEDITREMOVE, false);
     COUNTSHOW();
-    for (SLOTNO = 0; SLOTNO < STOREDITEMS;) {
+    const int32_t lastSlot = std::min(STOREDITEMS, highestStoredSlot());
+    for (SLOTNO = 0; SLOTNO < lastSlot;) {
         ++SLOTNO;
         resumeNext([&] { writeSetting(albumSlotsKey(), platform::numberText(SLOTNO), QString()); });
     }
@@ -128,7 +148,8 @@ void frmMain::CLEARALL()
 // files behind the paths aren't looked at.
 void frmMain::loadAlbum()
 {
-    resumeNext([&] { STOREDITEMS = platform::toInt32(readSetting(albumCountKey(), QStringLiteral("Items"), "0")); });
+    resumeNext(
+        [&] { STOREDITEMS = platform::toInt32(readSetting(albumCountKey(), QStringLiteral("Items"), "0")); });
     NEXTINDEX = 1;
     if (STOREDITEMS == 0) {
         setCommandEnabled(QStringLiteral("RUN"), MNUFILERUN, false);
@@ -138,7 +159,8 @@ void frmMain::loadAlbum()
         platform::Screen::setMousePointer(0);
         return;
     }
-    for (SLOTNO = 0; SLOTNO < STOREDITEMS;) {
+    const int32_t lastSlot = std::min(STOREDITEMS, highestStoredSlot());
+    for (SLOTNO = 0; SLOTNO < lastSlot;) {
         ++SLOTNO;
         SLOTPATH = readSetting(albumSlotsKey(), platform::numberText(SLOTNO), QString());
         if (SLOTPATH.isEmpty() || LSTSELECTED->ListItems().Count() >= MaxListItems)
@@ -171,5 +193,6 @@ void frmMain::SELECTCHK()
 void frmMain::COUNTSHOW()
 {
     SBMAIN->setPanelText(2, QString::number(FLBFOUND.ListCount()) + QStringLiteral(" pictures found"));
-    SBMAIN->setPanelText(3, QString::number(LSTSELECTED->ListItems().Count()) + QStringLiteral(" pictures selected"));
+    SBMAIN->setPanelText(3, QString::number(LSTSELECTED->ListItems().Count()) +
+                                QStringLiteral(" pictures selected"));
 }

@@ -25,6 +25,7 @@ void frmMain::FTVBROWSE_FolderChanged(const QString& path)
     SETTITLE(path);
     COUNTSHOW();
     resumeNext([&] {
-        writeSetting(preferencesKey(), QStringLiteral("Files Location"), clsLibrary::instance().FILENAMELENCHK(path));
+        writeSetting(preferencesKey(), QStringLiteral("Files Location"),
+                     clsLibrary::instance().FILENAMELENCHK(path));
     });
 }

@@ -48,9 +48,15 @@ void frmMain::TBARMAIN_ButtonClick(const QString& key)
         MNUFILERUN->trigger();
 }
 
-void frmMain::MNUEDITADD_Click() { ADD(); }
+void frmMain::MNUEDITADD_Click()
+{
+    ADD();
+}
 
-void frmMain::MNUEDITADDALL_Click() { ADDALL(); }
+void frmMain::MNUEDITADDALL_Click()
+{
+    ADDALL();
+}
 
 void frmMain::MNUEDITREMOVE_Click()
 {
@@ -58,9 +64,15 @@ void frmMain::MNUEDITREMOVE_Click()
     SELECTCHK();
 }
 
-void frmMain::MNUEDITREMOVEALL_Click() { CLEARALL(); }
+void frmMain::MNUEDITREMOVEALL_Click()
+{
+    CLEARALL();
+}
 
-void frmMain::MNUFILEEXIT_Click() { Forms::unload<frmMain>(); }
+void frmMain::MNUFILEEXIT_Click()
+{
+    Forms::unload<frmMain>();
+}
 
 // The toggles are checkable items: the menu has flipped the check mark already.
 void frmMain::MNUVIEWSTANDARDBAR_Click()
@@ -78,13 +90,15 @@ void frmMain::MNUVIEWSTATUSBAR_Click()
 // A change of either bar stores both, the toolbar's first.
 void frmMain::writeViewSettings()
 {
-    writeSetting(viewKey(), QStringLiteral("Standard Toolbar"), platform::boolText(MNUVIEWSTANDARDBAR->isChecked()));
+    writeSetting(viewKey(), QStringLiteral("Standard Toolbar"),
+                 platform::boolText(MNUVIEWSTANDARDBAR->isChecked()));
     writeSetting(viewKey(), QStringLiteral("Status Bar"), platform::boolText(!SBMAIN->isHidden()));
 }
 
 void frmMain::MNUHELPWEBSITE_Click()
 {
-    clsLibrary::instance().INTERNETACCESS(QString::number(winId()), QString(), QStringLiteral(VISTARRO_WEB_ADDRESS));
+    clsLibrary::instance().INTERNETACCESS(QString::number(winId()), QString(),
+                                          QStringLiteral(VISTARRO_WEB_ADDRESS));
 }
 
 void frmMain::LVWFOUND_LostFocus()

@@ -18,7 +18,10 @@
 
 namespace {
 
-int pixelsHigh(float twips) { return qRound(twips / platform::Screen::TwipsPerPixelY()); }
+int pixelsHigh(float twips)
+{
+    return qRound(twips / platform::Screen::TwipsPerPixelY());
+}
 
 // A pane: a title strip above its control.
 QWidget* makePane(QWidget* parent, QLabel*& title, const QString& caption, QWidget* control)
@@ -38,7 +41,7 @@ QWidget* makePane(QWidget* parent, QLabel*& title, const QString& caption, QWidg
     return pane;
 }
 
-}  // namespace
+} // namespace
 
 void frmMain::createMenus()
 {
@@ -91,13 +94,14 @@ void frmMain::createBands()
     TBARMAIN->addButton(QStringLiteral("ADD ALL"), QStringLiteral("A&dd All"), QStringLiteral("Add All"),
                         QStringLiteral("ADD ALL"));
     TBARMAIN->addSeparator();
-    TBARMAIN->addButton(QStringLiteral("REMOVE"), QStringLiteral("&Remove"), QStringLiteral("Remove [Ctrl+Del]"),
-                        QStringLiteral("REMOVE"));
-    TBARMAIN->addButton(QStringLiteral("REMOVE ALL"), QStringLiteral("Re&move All"), QStringLiteral("Remove All"),
-                        QStringLiteral("REMOVE ALL"));
+    TBARMAIN->addButton(QStringLiteral("REMOVE"), QStringLiteral("&Remove"),
+                        QStringLiteral("Remove [Ctrl+Del]"), QStringLiteral("REMOVE"));
+    TBARMAIN->addButton(QStringLiteral("REMOVE ALL"), QStringLiteral("Re&move All"),
+                        QStringLiteral("Remove All"), QStringLiteral("REMOVE ALL"));
     TBARMAIN->addSeparator();
-    TBARMAIN->addButton(QStringLiteral("RUN"), QStringLiteral("&Run Viewer"), QStringLiteral("Run Viewer [F12]"),
-                        QStringLiteral("RUN"))
+    TBARMAIN
+        ->addButton(QStringLiteral("RUN"), QStringLiteral("&Run Viewer"), QStringLiteral("Run Viewer [F12]"),
+                    QStringLiteral("RUN"))
         ->setEnabled(false);
     toolbarRow->addWidget(TBARMAIN);
     bands->addWidget(PICMAIN);

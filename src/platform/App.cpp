@@ -12,10 +12,19 @@ QString Path()
     return QFileInfo(QStringLiteral("/proc/self/exe")).canonicalFilePath().section(QLatin1Char('/'), 0, -2);
 }
 
-QString Title() { return QStringLiteral("Vistarro"); }
+QString Title()
+{
+    return QStringLiteral("Vistarro");
+}
 
-QString CompanyName() { return QStringLiteral("ZUV Software Development"); }
+QString CompanyName()
+{
+    return QStringLiteral("ZUV Software Development");
+}
 
-QString Version() { return QStringLiteral(VISTARRO_VERSION); }
+QString Version()
+{
+    return QStringLiteral(VISTARRO_VERSION);
+}
 
-}  // namespace platform::App
+} // namespace platform::App

@@ -5,9 +5,9 @@
 // The application object: where the program lives and what it is called.
 namespace platform::App {
 
-QString Path();         // the folder of the executable, without a trailing separator
-QString Title();        // "Vistarro"
-QString CompanyName();  // "ZUV Software Development"
-QString Version();      // "major.minor.patch"
+QString Path();        // the folder of the executable, without a trailing separator
+QString Title();       // "Vistarro"
+QString CompanyName(); // "ZUV Software Development"
+QString Version();     // "major.minor.patch"
 
-}  // namespace platform::App
+} // namespace platform::App

@@ -33,7 +33,7 @@ int buttonsOf(Qt::MouseButtons buttons)
     return result;
 }
 
-}  // namespace
+} // namespace
 
 ControlEvents::ControlEvents(QWidget* control) : QObject(control), control_(control)
 {
@@ -82,13 +82,10 @@ bool ControlEvents::eventFilter(QObject* watched, QEvent* event)
             emit MouseUp(buttonsOf(mouse->button()), shift, x, y);
         break;
     }
-    case QEvent::MouseButtonDblClick:
-        emit DblClick();
-        break;
-    default:
-        break;
+    case QEvent::MouseButtonDblClick: emit DblClick(); break;
+    default: break;
     }
     return false;
 }
 
-}  // namespace platform
+} // namespace platform

@@ -33,4 +33,4 @@ private:
     QWidget* control_;
 };
 
-}  // namespace platform
+} // namespace platform

@@ -15,11 +15,11 @@ namespace platform {
 double bankersRound(double value);
 
 // Strict conversions; surrounding blanks are allowed, anything else throws.
-int16_t toInt16(const QString& text);   // CInt
-int32_t toInt32(const QString& text);   // CLng
-float toFloat(const QString& text);     // CSng
-double toDouble(const QString& text);   // CDbl
-bool toBool(const QString& text);       // CBool: "True"/"False" in any case, or a number (0 is false)
+int16_t toInt16(const QString& text); // CInt
+int32_t toInt32(const QString& text); // CLng
+float toFloat(const QString& text);   // CSng
+double toDouble(const QString& text); // CDbl
+bool toBool(const QString& text);     // CBool: "True"/"False" in any case, or a number (0 is false)
 
 // Numeric narrowing with rounding to even and overflow checks.
 int16_t toInt16(double value);
@@ -30,8 +30,8 @@ int32_t toInt32(double value);
 double val(const QString& text);
 
 // Text forms as the runtime writes them.
-QString boolText(bool value);           // "True" / "False"
-QString floatText(float value);         // 32-bit float with up to 7 significant digits: "3585", "0.5"
-QString numberText(qint64 value);       // decimal digits, no padding
+QString boolText(bool value);     // "True" / "False"
+QString floatText(float value);   // 32-bit float with up to 7 significant digits: "3585", "0.5"
+QString numberText(qint64 value); // decimal digits, no padding
 
-}  // namespace platform
+} // namespace platform

@@ -29,4 +29,4 @@ QString Error::textOf(int number)
     }
 }
 
-}  // namespace platform
+} // namespace platform

@@ -21,7 +21,7 @@ constexpr int PathFileAccess = 75;
 constexpr int PathNotFound = 76;
 constexpr int InvalidPicture = 481;
 constexpr int InvalidPropertyValue = 380;
-}  // namespace err
+} // namespace err
 
 // A failure of a platform stand-in: the runtime's error number and the text a
 // message box would show for it.
@@ -42,8 +42,7 @@ private:
 
 // "A failed statement is skipped and the next one runs": run one step and
 // swallow whatever it throws.
-template <typename Step>
-void resumeNext(Step&& step) noexcept
+template <typename Step> void resumeNext(Step&& step) noexcept
 {
     try {
         step();
@@ -51,4 +50,4 @@ void resumeNext(Step&& step) noexcept
     }
 }
 
-}  // namespace platform
+} // namespace platform

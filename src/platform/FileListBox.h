@@ -36,4 +36,4 @@ private:
     QStringList names_;
 };
 
-}  // namespace platform
+} // namespace platform

@@ -15,7 +15,7 @@ QString decodeFileName(const QByteArray& bytes);
 QByteArray encodeFileName(const QString& text);
 
 // Whether the regular file or folder behind a path in text form exists.
-bool fileExists(const QString& path);    // a regular file (symlinks followed)
-bool folderExists(const QString& path);  // a directory (symlinks followed)
+bool fileExists(const QString& path);   // a regular file (symlinks followed)
+bool folderExists(const QString& path); // a directory (symlinks followed)
 
-}  // namespace platform
+} // namespace platform

@@ -20,7 +20,10 @@ FolderTree::FolderTree(QWidget* parent) : QTreeView(parent), model_(new FolderTr
             [this](const QModelIndex& current) { onCurrentChanged(current); });
 }
 
-QString FolderTree::selectedfolder() const { return model_->pathOf(currentIndex()); }
+QString FolderTree::selectedfolder() const
+{
+    return model_->pathOf(currentIndex());
+}
 
 void FolderTree::setSelectedfolder(const QString& path)
 {
@@ -39,4 +42,4 @@ void FolderTree::onCurrentChanged(const QModelIndex& current)
         emit folderChanged(model_->pathOf(current));
 }
 
-}  // namespace platform
+} // namespace platform

@@ -29,4 +29,4 @@ private:
     FolderTreeModel* model_;
 };
 
-}  // namespace platform
+} // namespace platform

@@ -14,7 +14,7 @@
 namespace platform {
 
 struct FolderTreeModel::Node {
-    QByteArray path;  // the folder's path as bytes, without a trailing '/' but for "/"
+    QByteArray path; // the folder's path as bytes, without a trailing '/' but for "/"
     QString label;
     Node* parent = nullptr;
     std::vector<std::unique_ptr<Node>> children;
@@ -64,7 +64,7 @@ std::vector<QByteArray> subfolderNames(const QByteArray& folder)
     return names;
 }
 
-}  // namespace
+} // namespace
 
 FolderTreeModel::FolderTreeModel(QObject* parent) : QAbstractItemModel(parent)
 {
@@ -119,7 +119,10 @@ int FolderTreeModel::rowCount(const QModelIndex& parent) const
     return static_cast<int>(parent.isValid() ? nodeOf(parent)->children.size() : roots_.size());
 }
 
-int FolderTreeModel::columnCount(const QModelIndex&) const { return 1; }
+int FolderTreeModel::columnCount(const QModelIndex&) const
+{
+    return 1;
+}
 
 QVariant FolderTreeModel::data(const QModelIndex& index, int role) const
 {
@@ -213,4 +216,4 @@ QModelIndex FolderTreeModel::indexOf(const QString& path)
     return indexOfNode(node);
 }
 
-}  // namespace platform
+} // namespace platform

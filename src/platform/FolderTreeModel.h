@@ -46,4 +46,4 @@ private:
     QIcon driveIcon_;
 };
 
-}  // namespace platform
+} // namespace platform

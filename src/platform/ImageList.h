@@ -17,4 +17,4 @@ private:
     QHash<QString, QIcon> images_;
 };
 
-}  // namespace platform
+} // namespace platform

@@ -46,4 +46,4 @@ int shiftOf(Qt::KeyboardModifiers modifiers)
     return shift;
 }
 
-}  // namespace platform
+} // namespace platform

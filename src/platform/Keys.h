@@ -19,4 +19,4 @@ constexpr int vbAltMask = 4;
 int keyCodeOf(int qtKey);
 int shiftOf(Qt::KeyboardModifiers modifiers);
 
-}  // namespace platform
+} // namespace platform

@@ -11,7 +11,7 @@ namespace platform {
 namespace {
 constexpr int KeyRole = Qt::UserRole;
 constexpr int TagRole = Qt::UserRole + 1;
-}  // namespace
+} // namespace
 
 ListView::ListView(const QString& columnHeader, QWidget* parent) : QTreeWidget(parent)
 {
@@ -25,13 +25,34 @@ ListView::ListView(const QString& columnHeader, QWidget* parent) : QTreeWidget(p
     header()->setSectionsMovable(false);
 }
 
-int32_t ListView::ListItem::Index() const { return view_->indexOfTopLevelItem(item_) + 1; }
-QString ListView::ListItem::Key() const { return item_->data(0, KeyRole).toString(); }
-QString ListView::ListItem::Text() const { return item_->text(0); }
-bool ListView::ListItem::Selected() const { return item_->isSelected(); }
-void ListView::ListItem::setSelected(bool selected) { item_->setSelected(selected); }
-qint64 ListView::ListItem::Tag() const { return item_->data(0, TagRole).toLongLong(); }
-void ListView::ListItem::setTag(qint64 tag) { item_->setData(0, TagRole, tag); }
+int32_t ListView::ListItem::Index() const
+{
+    return view_->indexOfTopLevelItem(item_) + 1;
+}
+QString ListView::ListItem::Key() const
+{
+    return item_->data(0, KeyRole).toString();
+}
+QString ListView::ListItem::Text() const
+{
+    return item_->text(0);
+}
+bool ListView::ListItem::Selected() const
+{
+    return item_->isSelected();
+}
+void ListView::ListItem::setSelected(bool selected)
+{
+    item_->setSelected(selected);
+}
+qint64 ListView::ListItem::Tag() const
+{
+    return item_->data(0, TagRole).toLongLong();
+}
+void ListView::ListItem::setTag(qint64 tag)
+{
+    item_->setData(0, TagRole, tag);
+}
 
 ListView::ListItem ListView::Items::Add(int32_t index, const QString& key, const QString& text,
                                         const QString& smallIcon)
@@ -51,11 +72,20 @@ ListView::ListItem ListView::Items::Add(const QString& key, const QString& text,
     return Add(Count() + 1, key, text, smallIcon);
 }
 
-void ListView::Items::Remove(int32_t index) { delete view_->itemAt(index); }
+void ListView::Items::Remove(int32_t index)
+{
+    delete view_->itemAt(index);
+}
 
-void ListView::Items::Clear() { view_->clear(); }
+void ListView::Items::Clear()
+{
+    view_->clear();
+}
 
-int32_t ListView::Items::Count() const { return view_->topLevelItemCount(); }
+int32_t ListView::Items::Count() const
+{
+    return view_->topLevelItemCount();
+}
 
 ListView::ListItem ListView::Items::operator()(int32_t index) const
 {
@@ -86,4 +116,4 @@ void ListView::setColumnWidth(float twips)
     QTreeWidget::setColumnWidth(0, qRound(twips / Screen::TwipsPerPixelX()));
 }
 
-}  // namespace platform
+} // namespace platform

@@ -70,4 +70,4 @@ private:
     const ImageList* smallIcons_ = nullptr;
 };
 
-}  // namespace platform
+} // namespace platform

@@ -333,6 +333,20 @@ std::optional<RegistryValue> Registry::queryValue(uint32_t root, const QString& 
     return RegistryValue{query.columnInt(0), query.columnBytes(1)};
 }
 
+QStringList Registry::valueNames(uint32_t root, const QString& keyPath)
+{
+    QStringList names;
+    const QString key = fold(normaliseKeyPath(keyPath));
+    sqlite3* db = root == HKEY_CURRENT_USER ? impl_->reader() : nullptr;
+    if (!db)
+        return names;
+    Statement query(db, "SELECT name FROM reg_value WHERE key = ?1");
+    query.bind(1, key);
+    while (query.step() == SQLITE_ROW)
+        names << QString::fromUtf8(query.columnBytes(0));
+    return names;
+}
+
 bool Registry::keyExists(uint32_t root, const QString& keyPath)
 {
     const QString key = fold(normaliseKeyPath(keyPath));

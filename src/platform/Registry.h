@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 #include <cstdint>
 #include <memory>
@@ -22,7 +23,7 @@ constexpr int REG_DWORD = 4;
 
 struct RegistryValue {
     int type = REG_SZ;
-    QByteArray data;  // text as UTF-8 without terminator; a DWORD as 4 bytes, little-endian
+    QByteArray data; // text as UTF-8 without terminator; a DWORD as 4 bytes, little-endian
 };
 
 // The per-user settings store: a tree of keys holding named values, backed by one
@@ -39,6 +40,9 @@ public:
 
     // The value, or nothing if the key or value is absent or the store can't be read.
     std::optional<RegistryValue> queryValue(uint32_t root, const QString& keyPath, const QString& name);
+
+    // The names of the values that a key of HKEY_CURRENT_USER holds, in no order.
+    QStringList valueNames(uint32_t root, const QString& keyPath);
 
     // Whether the key exists.
     bool keyExists(uint32_t root, const QString& keyPath);
@@ -60,4 +64,4 @@ private:
     std::unique_ptr<Impl> impl_;
 };
 
-}  // namespace platform
+} // namespace platform

@@ -38,17 +38,32 @@ Qt::CursorShape shapeOf(int code)
     }
 }
 
-}  // namespace
+} // namespace
 
-float TwipsPerPixelX() { return static_cast<float>(1440.0 / logicalDpi(true)); }
+float TwipsPerPixelX()
+{
+    return static_cast<float>(1440.0 / logicalDpi(true));
+}
 
-float TwipsPerPixelY() { return static_cast<float>(1440.0 / logicalDpi(false)); }
+float TwipsPerPixelY()
+{
+    return static_cast<float>(1440.0 / logicalDpi(false));
+}
 
-float Width() { return static_cast<float>(screenPixels().width()) * TwipsPerPixelX(); }
+float Width()
+{
+    return static_cast<float>(screenPixels().width()) * TwipsPerPixelX();
+}
 
-float Height() { return static_cast<float>(screenPixels().height()) * TwipsPerPixelY(); }
+float Height()
+{
+    return static_cast<float>(screenPixels().height()) * TwipsPerPixelY();
+}
 
-int MousePointer() { return screenPointer; }
+int MousePointer()
+{
+    return screenPointer;
+}
 
 void setMousePointer(int code)
 {
@@ -69,4 +84,4 @@ void applyPointer(QWidget* widget, int code)
         widget->setCursor(shapeOf(code));
 }
 
-}  // namespace platform::Screen
+} // namespace platform::Screen

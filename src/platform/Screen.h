@@ -8,7 +8,7 @@ namespace platform::Screen {
 
 float TwipsPerPixelX();
 float TwipsPerPixelY();
-float Width();   // the primary screen, in twips
+float Width(); // the primary screen, in twips
 float Height();
 
 // 0 restores the normal pointer, 11 shows the hourglass over every window.
@@ -19,4 +19,4 @@ void setMousePointer(int code);
 // 9 east-west sizing, 11 hourglass, 99 custom (blank).
 void applyPointer(QWidget* widget, int code);
 
-}  // namespace platform::Screen
+} // namespace platform::Screen

@@ -19,7 +19,7 @@ QLabel* makePanel(QWidget* parent)
     return label;
 }
 
-}  // namespace
+} // namespace
 
 StatusBar::StatusBar(const std::vector<float>& fixedPanelWidths, QWidget* parent) : QWidget(parent)
 {
@@ -44,8 +44,14 @@ QLabel* StatusBar::panel(int number) const
     return panels_[number - 1];
 }
 
-QString StatusBar::panelText(int number) const { return panel(number)->text(); }
+QString StatusBar::panelText(int number) const
+{
+    return panel(number)->text();
+}
 
-void StatusBar::setPanelText(int number, const QString& text) { panel(number)->setText(text); }
+void StatusBar::setPanelText(int number, const QString& text)
+{
+    panel(number)->setText(text);
+}
 
-}  // namespace platform
+} // namespace platform

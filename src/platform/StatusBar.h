@@ -24,4 +24,4 @@ private:
     std::vector<QLabel*> panels_;
 };
 
-}  // namespace platform
+} // namespace platform

@@ -10,7 +10,7 @@ namespace platform {
 namespace {
 const char* const KeyProperty = "buttonKey";
 const char* const DescriptionProperty = "description";
-}  // namespace
+} // namespace
 
 Toolbar::Toolbar(const ImageList* images, QWidget* parent) : QToolBar(parent), images_(images)
 {
@@ -42,6 +42,9 @@ QAction* Toolbar::Buttons(const QString& key) const
     throw Error(err::InvalidCall, QStringLiteral("Element not found"));
 }
 
-QString Toolbar::Description(const QAction* button) { return button->property(DescriptionProperty).toString(); }
+QString Toolbar::Description(const QAction* button)
+{
+    return button->property(DescriptionProperty).toString();
+}
 
-}  // namespace platform
+} // namespace platform

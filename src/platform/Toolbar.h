@@ -26,4 +26,4 @@ private:
     const ImageList* images_;
 };
 
-}  // namespace platform
+} // namespace platform

@@ -25,7 +25,7 @@ constexpr ThemeImage MainImages[] = {
     {"ABOUT", "help-about", QStyle::SP_MessageBoxInformation},
 };
 
-}  // namespace
+} // namespace
 
 platform::ImageList mainImages()
 {
@@ -33,9 +33,10 @@ platform::ImageList mainImages()
     const QStyle* style = QApplication::style();
     for (const ThemeImage& image : MainImages) {
         const QIcon fallback = style ? style->standardIcon(image.fallback) : QIcon();
-        images.add(QString::fromLatin1(image.key), QIcon::fromTheme(QString::fromLatin1(image.themeName), fallback));
+        images.add(QString::fromLatin1(image.key),
+                   QIcon::fromTheme(QString::fromLatin1(image.themeName), fallback));
     }
     return images;
 }
 
-}  // namespace resources
+} // namespace resources

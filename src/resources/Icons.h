@@ -10,4 +10,4 @@ namespace resources {
 // the user's other programs, with the toolkit's own images where a theme lacks one.
 platform::ImageList mainImages();
 
-}  // namespace resources
+} // namespace resources

@@ -34,8 +34,14 @@ void store(const QString& key, const QString& item, const QString& data)
     QVERIFY(clsLibrary::instance().REGSTRWRITE(clsLibrary::currentUserKey(), key, item, data));
 }
 
-QString slot(int number) { return stored(frmMain::albumSlotsKey(), QString::number(number)); }
-QString items() { return stored(frmMain::albumCountKey(), QStringLiteral("Items")); }
+QString slot(int number)
+{
+    return stored(frmMain::albumSlotsKey(), QString::number(number));
+}
+QString items()
+{
+    return stored(frmMain::albumCountKey(), QStringLiteral("Items"));
+}
 
 QStringList texts(platform::ListView* list)
 {
@@ -59,7 +65,7 @@ QString makeFolder(QTemporaryDir& dir, const QStringList& names)
     return dir.path();
 }
 
-}  // namespace
+} // namespace
 
 class tst_frmMain : public QObject {
     Q_OBJECT
@@ -110,7 +116,8 @@ private slots:
         // The tree opens at the program's folder; the change of folder that the
         // start runs is the only thing written.
         QCOMPARE(form->FTVBROWSE->selectedfolder(), platform::App::Path());
-        QCOMPARE(stored(frmMain::preferencesKey(), QStringLiteral("Files Location")), platform::App::Path() + "/");
+        QCOMPARE(stored(frmMain::preferencesKey(), QStringLiteral("Files Location")),
+                 platform::App::Path() + "/");
         QCOMPARE(items(), QStringLiteral("<absent>"));
         QCOMPARE(stored(frmMain::viewKey(), QStringLiteral("Standard Toolbar")), QStringLiteral("<absent>"));
 
@@ -119,8 +126,10 @@ private slots:
         QVERIFY(form->MNUVIEWSTANDARDBAR->isChecked());
         QVERIFY(form->MNUVIEWSTATUSBAR->isChecked());
         QVERIFY(!form->PICMAIN->isHidden());
-        for (const auto& [key, item] : {std::pair{"ADD", form->MNUEDITADD}, {"ADD ALL", form->MNUEDITADDALL},
-                                        {"REMOVE", form->MNUEDITREMOVE}, {"REMOVE ALL", form->MNUEDITREMOVEALL},
+        for (const auto& [key, item] : {std::pair{"ADD", form->MNUEDITADD},
+                                        {"ADD ALL", form->MNUEDITADDALL},
+                                        {"REMOVE", form->MNUEDITREMOVE},
+                                        {"REMOVE ALL", form->MNUEDITREMOVEALL},
                                         {"RUN", form->MNUFILERUN}}) {
             QVERIFY2(!form->TBARMAIN->Buttons(key)->isEnabled(), key);
             QVERIFY2(!item->isEnabled(), key);
@@ -131,8 +140,8 @@ private slots:
     {
         TempStore temp;
         QTemporaryDir dir;
-        makeFolder(dir, {"b.jpg", "A.GIF", "c.bmp", "d.png", "notes.txt", ".hidden.jpg", "trip.2001.JpG", "img10.jpg",
-                         "img2.jpg"});
+        makeFolder(dir, {"b.jpg", "A.GIF", "c.bmp", "d.png", "notes.txt", ".hidden.jpg", "trip.2001.JpG",
+                         "img10.jpg", "img2.jpg"});
         QVERIFY(QDir(dir.path()).mkdir("sub.jpg"));
         frmMain* form = start();
 
@@ -228,12 +237,12 @@ private slots:
 
         showAndFocus(form, form->LSTSELECTED);
         form->LSTSELECTED->setCurrentItem(form->LSTSELECTED->topLevelItem(1));
-        QTest::keyClick(form->LSTSELECTED, Qt::Key_Delete);  // plain Delete does nothing
+        QTest::keyClick(form->LSTSELECTED, Qt::Key_Delete); // plain Delete does nothing
         QCOMPARE(form->LSTSELECTED->ListItems().Count(), 4);
         QTest::keyClick(form->LSTSELECTED, Qt::Key_Delete, Qt::ControlModifier);
 
-        QCOMPARE(texts(form->LSTSELECTED), QStringList({dir.filePath("a.jpg"), dir.filePath("c.jpg"),
-                                                         dir.filePath("d.jpg")}));
+        QCOMPARE(texts(form->LSTSELECTED),
+                 QStringList({dir.filePath("a.jpg"), dir.filePath("c.jpg"), dir.filePath("d.jpg")}));
         QCOMPARE(items(), QStringLiteral("4"));
         QCOMPARE(slot(2), QString());
         QCOMPARE(slot(3), dir.filePath("c.jpg"));
@@ -241,8 +250,8 @@ private slots:
         // After a restart the list has no gap, and removing from it still blanks
         // the picture's own slot.
         form = restart();
-        QCOMPARE(texts(form->LSTSELECTED), QStringList({dir.filePath("a.jpg"), dir.filePath("c.jpg"),
-                                                         dir.filePath("d.jpg")}));
+        QCOMPARE(texts(form->LSTSELECTED),
+                 QStringList({dir.filePath("a.jpg"), dir.filePath("c.jpg"), dir.filePath("d.jpg")}));
         form->LSTSELECTED->setCurrentItem(form->LSTSELECTED->topLevelItem(1));
         form->CLEAR();
         QCOMPARE(slot(3), QString());
@@ -254,8 +263,8 @@ private slots:
         QCOMPARE(items(), QStringLiteral("5"));
         QCOMPARE(slot(5), dir.filePath("b.jpg"));
         form = restart();
-        QCOMPARE(texts(form->LSTSELECTED), QStringList({dir.filePath("a.jpg"), dir.filePath("d.jpg"),
-                                                         dir.filePath("b.jpg")}));
+        QCOMPARE(texts(form->LSTSELECTED),
+                 QStringList({dir.filePath("a.jpg"), dir.filePath("d.jpg"), dir.filePath("b.jpg")}));
 
         // Removing the last pictures turns Run off, and the next add takes the
         // blank slots at the end again.
@@ -301,9 +310,13 @@ private slots:
     {
         QTest::addColumn<QString>("count");
         QTest::addColumn<QStringList>("expected");
-        QTest::newRow("holes and slots above the count") << "4" << QStringList({"/p/one.jpg", "/p/four.jpg"});
-        QTest::newRow("count that isn't a number") << "many" << QStringList();
-        QTest::newRow("negative count") << "-3" << QStringList();
+        QTest::addColumn<bool>("removeAllBlanksSlots");
+        QTest::newRow("holes and slots above the count")
+            << "4" << QStringList({"/p/one.jpg", "/p/four.jpg"}) << true;
+        QTest::newRow("huge count") << "2000000000"
+                                    << QStringList({"/p/one.jpg", "/p/four.jpg", "/p/five.jpg"}) << true;
+        QTest::newRow("count that isn't a number") << "many" << QStringList() << false;
+        QTest::newRow("negative count") << "-3" << QStringList() << false;
     }
 
     void storedAlbumWithHolesAndBadCount()
@@ -323,6 +336,11 @@ private slots:
         QCOMPARE(form->SBMAIN->panelText(3), QString::number(expected.size()) + " pictures selected");
         // The store isn't rewritten at start.
         QCOMPARE(items(), count);
+
+        QFETCH(bool, removeAllBlanksSlots);
+        form->CLEARALL();
+        QCOMPARE(items(), QStringLiteral("0"));
+        QCOMPARE(slot(4).isEmpty(), removeAllBlanksSlots);
     }
 
     void longPathsAndNamesThatArentUtf8()
@@ -357,7 +375,7 @@ private slots:
         const QString cafe = album.at(album.indexOf(fits) == 0 ? 1 : 0);
         QCOMPARE(platform::encodeFileName(cafe), rawName);
         QVERIFY(platform::fileExists(cafe));
-        ::unlink(rawName.constData());  // QTemporaryDir can't remove a name that isn't UTF-8
+        ::unlink(rawName.constData()); // QTemporaryDir can't remove a name that isn't UTF-8
     }
 
     void storeThatCantBeWrittenLeavesTheProgramWorking()
