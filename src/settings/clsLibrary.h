@@ -6,6 +6,7 @@
 #include <cstdint>
 
 class Form;
+class QWidget;
 
 // The shared service class of the maker's programs: the settings store, file and
 // path services, and (in their own folders) the other services. One instance,
@@ -24,7 +25,8 @@ public:
     bool REGSTRWRITE(const QString& KEY, const QString& SUBKEY, const QString& ITEM, const QString& DATA);
     // Despite their names these two write: a 32-bit number and a byte array.
     QString REGDWORDREAD(int32_t hKey, const QString& STRPATH, const QString& VALNAME, int32_t SDATAVAL);
-    bool REGBINARYREAD(const QString& KEY, const QString& SUBKEY, const QString& ITEM, const QByteArray& DATA);
+    bool REGBINARYREAD(const QString& KEY, const QString& SUBKEY, const QString& ITEM,
+                       const QByteArray& DATA);
     // Stores the fixed toolbar record 100, 0, 0, 0, 101.
     void REGBINARYWRITE();
 
@@ -56,6 +58,74 @@ public:
     // What FOLDERBROWSE hands to the form it shows.
     Form* browseCallingForm() const { return browseForm_; }
     QString browseFolderLocation() const { return browseLocation_; }
+
+    // --- Window placement -----------------------------------------------------
+    // A form's place, size and window state, kept in twips under
+    // "SOFTWARE\<company>\<PROGRAMFLDR>\<form name>\Window" of the current user.
+    // FORMLOAD runs as the form loads and keeps a restored window on the screen;
+    // FORMSAVE runs as it unloads. With RESIZE false only the position is kept.
+    void FORMLOAD(const QString& PROGRAMFLDR, Form* FORMNAME, bool RESIZE);
+    void FORMSAVE(const QString& PROGRAMFLDR, Form* FORMNAME, bool RESIZE);
+    // Put a dialog's buttons 165 twips from the top of their container, the right
+    // one 135 twips in from the form's right inner edge and the two 135 apart.
+    void RESIZEBTNCLOSE(Form* form, QWidget* BTNCLOSE);
+    void RESIZEBTNSOKCANCEL(Form* form, QWidget* BTNOK, QWidget* BTNCANCEL);
+
+    // --- Text and number helpers ----------------------------------------------
+    // Numbers are written with '.' as the decimal mark and halves rounded away from
+    // zero on the digits as written. A text that isn't a number stays as it is.
+    QString TEXTJUSTIFY(const QString& STR);         // "0.0"; a number beyond a double: ""
+    QString TEXTJUSTIFYCURRENCY(const QString& STR); // "0.00"; a number beyond a double: ""
+    QString CURRENCYFMT(const QString& NUMBER);      // "0.00"; "" stays ""; beyond a double: unchanged
+    // True when no character of STR equals CHAR (with case).
+    bool CHARCHECK(const QString& STR, const QString& CHAR);
+    // Shows Rows rows in the combo box's drop-down list; with Register the combo box
+    // is also kept by a helper for the life of the program. hWnd isn't needed here.
+    void COMBOINIT(const QString& hWnd, const QString& Rows, class QComboBox* Combo, bool Register);
+    QString GETAPPNUMBER(); // "major.minor" of the application
+    // At most 32 characters and "...", without accelerator markers ("&").
+    QString GETCAPTION(const QString& sCaption);
+    // The registered owner of the machine, and the current user's organisation.
+    QString GETCOMPANYNAME();
+    QString GETCOMPANYREG();
+    // A colour as "#RRGGBB".
+    QString GETHEXVAL(int32_t COLOR);
+    // 16-bit signed hexadecimal to decimal text, "0" when it can't be read.
+    QString HEX2STR(const QString& INHEX);
+    // "http://" in front of an address without "http://", "https://" or "ftp://".
+    QString HTMLFORMATCHECK(const QString& STR);
+    // The number at piece PIECENO (from 1) of a delimited text: a piece that isn't
+    // a number throws a type mismatch, except the last one, which reads leniently.
+    // More than 32767 characters overflow.
+    double PIECE(const QString& STR, const QString& SEPARATOR, int16_t PIECENO);
+    // Printer pixels to inches. The printer's twips per pixel are arguments until
+    // there is a printer object to ask.
+    double SHOWUNITS(int32_t Value, bool AlongX, float PrinterTwipsPerPixelX, float PrinterTwipsPerPixelY);
+    // The text before the first TOKEN, or "" (more than 32767 characters overflow).
+    QString TOKENLEFT(const QString& Source, const QString& TOKEN);
+    // The key filter of an amount field: the key code the field is to receive, 0 to
+    // swallow it. Digits, backspace, and one full stop pass.
+    int16_t TXTCURRENCYLOCK(class QLineEdit* TXTBOX, int16_t KEYASCIIVAL);
+    // Words between blanks; a word divided by a hyphen at a line end counts once.
+    int32_t WORDCOUNT(const QString& TEXT);
+    // Screen pixels and twips, rounded to the even neighbour on halves.
+    std::pair<int32_t, int32_t> PIXELSTOTWIPS(int32_t x, int32_t y);
+    std::pair<int32_t, int32_t> TWIPSTOPIXELS(int32_t x, int32_t y);
+
+    // --- Picture information --------------------------------------------------
+    // The image record of the header reader: set IMAGEFILE, call GETIMAGEFILEINFO,
+    // read the others. IMAGETYPE is 0 unknown, 1 GIF, 2 JPEG, 3 PNG, 4 BMP.
+    QString IMAGEFILE;
+    int32_t IMAGEWIDTH = 0;
+    int32_t IMAGEHEIGHT = 0;
+    int32_t IMAGEDEPTH = 0; // bits per pixel
+    int32_t IMAGETYPE = 0;
+    // Fills the record from the file's header bytes; a failure shows a message box
+    // and leaves the fields as they stood at that point.
+    void GETIMAGEFILEINFO();
+    // The words for a depth given as decimal text: 1, 4, 8 and 24 bits have some,
+    // any other depth the empty text.
+    QString GETCOLORDEPTH(const QString& Depth);
 
 private:
     clsLibrary() = default;
