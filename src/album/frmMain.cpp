@@ -9,6 +9,7 @@
 #include "platform/Toolbar.h"
 #include "resources/Icons.h"
 #include "settings/clsLibrary.h"
+#include "viewer/frmScreen.h"
 
 #include <QAction>
 #include <QCoreApplication>
@@ -107,7 +108,9 @@ void frmMain::Form_Load()
 void frmMain::Form_Unload()
 {
     // The window's placement and the splitters are saved here once they are kept.
-    // The other windows of the program are unloaded here as they come to exist.
+    // frmPPrevPhoto, frmPPrev, frmAbout and frmPopup are unloaded here, before the
+    // show, as they come to exist.
+    Forms::unload<frmScreen>();
     QCoreApplication::quit();
 }
 

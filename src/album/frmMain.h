@@ -121,6 +121,7 @@ private:
     void MNUEDITADDALL_Click();
     void MNUEDITREMOVE_Click();
     void MNUEDITREMOVEALL_Click();
+    void MNUFILERUN_Click();
     void MNUFILEEXIT_Click();
     void MNUVIEWSTANDARDBAR_Click();
     void MNUVIEWSTATUSBAR_Click();

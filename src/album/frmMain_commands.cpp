@@ -6,9 +6,11 @@
 #include "platform/Error.h"
 #include "platform/Keys.h"
 #include "platform/ListView.h"
+#include "platform/Screen.h"
 #include "platform/StatusBar.h"
 #include "platform/Toolbar.h"
 #include "settings/clsLibrary.h"
+#include "viewer/frmScreen.h"
 
 #include <QAction>
 
@@ -67,6 +69,17 @@ void frmMain::MNUEDITREMOVE_Click()
 void frmMain::MNUEDITREMOVEALL_Click()
 {
     CLEARALL();
+}
+
+// The hourglass shows until the show's first picture is up. The show may end while
+// it loads (a key during its first step), and then there is nothing to show.
+void frmMain::MNUFILERUN_Click()
+{
+    platform::Screen::setMousePointer(11);
+    setMousePointer(11);
+    Forms::get<frmScreen>();
+    if (Forms::isLoaded<frmScreen>())
+        Forms::get<frmScreen>().Show();
 }
 
 void frmMain::MNUFILEEXIT_Click()

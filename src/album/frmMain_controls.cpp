@@ -164,6 +164,7 @@ void frmMain::connectEvents()
     connect(MNUEDITADDALL, &QAction::triggered, this, &frmMain::MNUEDITADDALL_Click);
     connect(MNUEDITREMOVE, &QAction::triggered, this, &frmMain::MNUEDITREMOVE_Click);
     connect(MNUEDITREMOVEALL, &QAction::triggered, this, &frmMain::MNUEDITREMOVEALL_Click);
+    connect(MNUFILERUN, &QAction::triggered, this, &frmMain::MNUFILERUN_Click);
     connect(MNUFILEEXIT, &QAction::triggered, this, &frmMain::MNUFILEEXIT_Click);
     connect(MNUVIEWSTANDARDBAR, &QAction::triggered, this, &frmMain::MNUVIEWSTANDARDBAR_Click);
     connect(MNUVIEWSTATUSBAR, &QAction::triggered, this, &frmMain::MNUVIEWSTATUSBAR_Click);

@@ -1,0 +1,143 @@
+// LoadPicture against what a folder can really hold: pictures under odd names and
+// files that aren't pictures at all. None of them may hang or take the process down.
+#include "platform/Error.h"
+#include "platform/FileNames.h"
+#include "platform/Picture.h"
+
+#include <QBuffer>
+#include <QImage>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+enum class Kind { File, Folder, Pipe, Missing };
+
+QByteArray encoded(const QImage& image, const char* format)
+{
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, format);
+    return buffer.data();
+}
+
+// A JPEG as a camera held on its side writes it: the pixels as the sensor saw them
+// and an EXIF orientation of 6 ("turn 90 degrees clockwise to view").
+QByteArray turnedOnItsSide(const QByteArray& jpeg)
+{
+    const QByteArray exif = QByteArray::fromHex("ffe10022"                 // APP1, 34 bytes
+                                                "457869660000"             // "Exif\0\0"
+                                                "4d4d002a00000008"         // big-endian TIFF, IFD at 8
+                                                "0001"                     // one entry:
+                                                "011200030000000100060000" // Orientation = 6
+                                                "00000000");               // no further IFD
+    return jpeg.left(2) + exif + jpeg.mid(2);
+}
+
+QImage gradient(int width, int height)
+{
+    QImage image(width, height, QImage::Format_RGB32);
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x)
+            image.setPixel(x, y, qRgb(x * 255 / width, y * 255 / height, (x ^ y) & 0xFF));
+    return image;
+}
+
+// A bitmap header that claims 30000 by 30000 pixels at 24 bits (2.7 GB), and no pixels.
+const QByteArray hugeBitmapHeader =
+    QByteArray::fromHex("424d36000000000000003600000028000000" // file, info header
+                        "30750000307500000100180000000000"     // 30000 x 30000
+                        "0000000000000000000000000000000000000000");
+
+// Writes through the name's own bytes, as the program opens them.
+void writeFile(const QString& path, const QByteArray& bytes)
+{
+    const int fd = ::open(platform::encodeFileName(path).constData(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
+    QVERIFY(fd >= 0);
+    QCOMPARE(::write(fd, bytes.constData(), bytes.size()), bytes.size());
+    ::close(fd);
+}
+
+} // namespace
+
+class tst_picture : public QObject {
+    Q_OBJECT
+
+private slots:
+    void rejects_data()
+    {
+        QTest::addColumn<Kind>("kind");
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<int>("error");
+        const QByteArray jpeg = encoded(gradient(640, 480), "jpg");
+        QTest::newRow("empty file") << Kind::File << QByteArray() << platform::err::InvalidPicture;
+        QTest::newRow("garbage") << Kind::File << QByteArray(5000, '\x5a') << platform::err::InvalidPicture;
+        QTest::newRow("jpeg cut in its header")
+            << Kind::File << jpeg.left(120) << platform::err::InvalidPicture;
+        QTest::newRow("over the allocation limit")
+            << Kind::File << hugeBitmapHeader << platform::err::InvalidPicture;
+        QTest::newRow("folder") << Kind::Folder << QByteArray() << platform::err::InvalidPicture;
+        QTest::newRow("named pipe") << Kind::Pipe << QByteArray() << platform::err::InvalidPicture;
+        QTest::newRow("missing") << Kind::Missing << QByteArray() << platform::err::FileNotFound;
+    }
+
+    void rejects()
+    {
+        QFETCH(Kind, kind);
+        QFETCH(QByteArray, content);
+        QFETCH(int, error);
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("picture.jpg"));
+        switch (kind) {
+        case Kind::File: writeFile(path, content); break;
+        case Kind::Folder: QVERIFY(QDir(dir.path()).mkdir(QStringLiteral("picture.jpg"))); break;
+        case Kind::Pipe: QCOMPARE(::mkfifo(platform::encodeFileName(path).constData(), 0644), 0); break;
+        case Kind::Missing: break;
+        }
+        try {
+            platform::LoadPicture(path);
+            QFAIL("loaded");
+        } catch (const platform::Error& e) {
+            QCOMPARE(e.number(), error);
+        }
+    }
+
+    void loads_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QSize>("size");
+        const QImage wide = gradient(40, 20);
+        // As other viewers do, a picture cut short in its data shows what is there.
+        const QByteArray photo = encoded(gradient(640, 480), "jpg");
+        QTest::newRow("jpeg cut in its data")
+            << QStringLiteral("a.jpg") << photo.left(photo.size() / 2) << QSize(640, 480);
+        QTest::newRow("name that isn't UTF-8")
+            << QString(QChar(0xF7FF)) + QStringLiteral("\u00e9.jpg") << encoded(wide, "jpg") << QSize(40, 20);
+        QTest::newRow("png named .jpg") << QStringLiteral("a.jpg") << encoded(wide, "png") << QSize(40, 20);
+        // The natural size is the size of the upright picture.
+        QTest::newRow("camera turned on its side")
+            << QStringLiteral("a.jpg") << turnedOnItsSide(encoded(wide, "jpg")) << QSize(20, 40);
+    }
+
+    void loads()
+    {
+        QFETCH(QString, name);
+        QFETCH(QByteArray, content);
+        QFETCH(QSize, size);
+        QTemporaryDir dir;
+        const QString path = dir.filePath(name);
+        writeFile(path, content);
+        const QSize loaded = platform::LoadPicture(path).size();
+        // Qt can't remove a name that isn't UTF-8.
+        ::unlink(platform::encodeFileName(path).constData());
+        QCOMPARE(loaded, size);
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_picture)
+#include "tst_picture.moc"
