@@ -7,6 +7,7 @@
 #include "platform/Screen.h"
 #include "platform/StatusBar.h"
 #include "platform/Toolbar.h"
+#include "platform/Twips.h"
 #include "resources/Icons.h"
 #include "settings/clsLibrary.h"
 #include "viewer/frmScreen.h"
@@ -14,8 +15,10 @@
 #include <QAction>
 #include <QCoreApplication>
 #include <QLabel>
+#include <QMenuBar>
 
 using platform::resumeNext;
+using platform::twips;
 
 frmMain::frmMain() : Form(QStringLiteral("frmMain"))
 {
@@ -26,11 +29,11 @@ frmMain::frmMain() : Form(QStringLiteral("frmMain"))
     createBands();
     createPanes();
     connectEvents();
-    // The design place of the window's inner area, 9675 by 6375 twips at 915, 945.
+    // The design place of the window, with an inner area of 9675 by 6375 twips.
     const float tx = platform::Screen::TwipsPerPixelX();
     const float ty = platform::Screen::TwipsPerPixelY();
     move(qRound(915 / tx), qRound(945 / ty));
-    resize(qRound(9675 / tx), qRound(6375 / ty));
+    resize(qRound(9675 / tx), qRound(6375 / ty) + menuBar()->sizeHint().height());
 }
 
 frmMain::~frmMain() = default;
@@ -82,8 +85,17 @@ void frmMain::Form_Load()
     });
     resumeNext([&] { FLBFOUND.setPattern(picturePattern()); });
     loadAlbum();
-    // Window placement and the splitter positions are restored here once the
-    // placement services and the pane layout stand.
+    resumeNext([&] { clsLibrary::instance().FORMLOAD(platform::App::Title(), this, true); });
+    resumeNext([&] {
+        twips(PICBAR2).setLeft(
+            platform::toFloat(readSetting(preferencesKey(), QStringLiteral("Splitter Bar Left"), "3585")));
+    });
+    resumeNext([&] {
+        twips(PICBAR1).setTop(
+            platform::toFloat(readSetting(preferencesKey(), QStringLiteral("Splitter Bar Top"), "2340")));
+    });
+    PICBAR1MOVE();
+    PICBAR2MOVE();
     resumeNext([&] {
         const bool shown = platform::toBool(
             readSetting(viewKey(), QStringLiteral("Standard Toolbar"), QStringLiteral("True")));
@@ -107,7 +119,16 @@ void frmMain::Form_Load()
 // Nothing of the album is written here: it is all in the store already.
 void frmMain::Form_Unload()
 {
-    // The window's placement and the splitters are saved here once they are kept.
+    resumeNext([&] { clsLibrary::instance().FORMSAVE(platform::App::Title(), this, true); });
+    resumeNext([&] {
+        writeSetting(preferencesKey(), QStringLiteral("Splitter Bar Left"),
+                     platform::floatText(twips(PICBAR2).Left()));
+    });
+    // The store doesn't tell "top" from "Top".
+    resumeNext([&] {
+        writeSetting(preferencesKey(), QStringLiteral("Splitter Bar top"),
+                     platform::floatText(twips(PICBAR1).Top()));
+    });
     // frmPPrevPhoto, frmPPrev, frmAbout and frmPopup are unloaded here, before the
     // show, as they come to exist.
     Forms::unload<frmScreen>();

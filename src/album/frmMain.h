@@ -16,6 +16,10 @@ class ListView;
 class StatusBar;
 class Toolbar;
 } // namespace platform
+namespace zuv {
+class TXTSEP;
+class VBAR;
+} // namespace zuv
 
 // The main window: the folder tree, the pictures found in the current folder, and
 // the album. Every change of the album is written to the settings store at once,
@@ -74,9 +78,13 @@ public:
     QWidget* PICFND = nullptr;
     QWidget* PICSELCT = nullptr;
     QLabel* LBLDESC = nullptr;
-    QLabel* VBAR1 = nullptr;
-    QLabel* VBAR2 = nullptr;
-    QLabel* VBAR3 = nullptr;
+    QWidget* PICBAR1 = nullptr;
+    QWidget* PICBAR2 = nullptr;
+    zuv::VBAR* VBAR1 = nullptr;
+    zuv::VBAR* VBAR2 = nullptr;
+    zuv::VBAR* VBAR3 = nullptr;
+    zuv::TXTSEP* TXTSEP1 = nullptr;
+    zuv::TXTSEP* TXTSEP2 = nullptr;
 
     QMenu* MNUFILETOP = nullptr;
     QAction* MNUFILERUN = nullptr;
@@ -103,6 +111,15 @@ private:
     void createBands();
     void createPanes();
     void connectEvents();
+
+    // The layout of the panes, in twips (frmMain_layout.cpp).
+    void stackBands();
+    void Form_Resize();
+    void PICBAR1MOVE();
+    void PICBAR2MOVE();
+    void PICBAR1_MouseMove(int Button, int Shift, float X, float Y);
+    void PICBAR2_MouseMove(int Button, int Shift, float X, float Y);
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
     // The album (frmMain_album.cpp).
     void ADDFILE(int16_t Index);

@@ -92,12 +92,14 @@ void frmMain::MNUVIEWSTANDARDBAR_Click()
 {
     PICMAIN->setVisible(MNUVIEWSTANDARDBAR->isChecked());
     writeViewSettings();
+    Form_Resize();
 }
 
 void frmMain::MNUVIEWSTATUSBAR_Click()
 {
     SBMAIN->setVisible(MNUVIEWSTATUSBAR->isChecked());
     writeViewSettings();
+    Form_Resize();
 }
 
 // A change of either bar stores both, the toolbar's first.

@@ -9,36 +9,35 @@
 #include "platform/Screen.h"
 #include "platform/StatusBar.h"
 #include "platform/Toolbar.h"
+#include "platform/Twips.h"
+#include "presentation/TXTSEP.h"
+#include "presentation/VBAR.h"
 
 #include <QAction>
+#include <QFrame>
 #include <QLabel>
 #include <QMenuBar>
-#include <QSplitter>
-#include <QVBoxLayout>
 
 namespace {
 
-int pixelsHigh(float twips)
+using platform::twips;
+
+// A sunken panel behind a pane.
+QWidget* makePanel(QWidget* parent)
 {
-    return qRound(twips / platform::Screen::TwipsPerPixelY());
+    auto* panel = new QFrame(parent);
+    panel->setFrameShape(QFrame::StyledPanel);
+    panel->setFrameShadow(QFrame::Sunken);
+    return panel;
 }
 
-// A pane: a title strip above its control.
-QWidget* makePane(QWidget* parent, QLabel*& title, const QString& caption, QWidget* control)
+// A thin bar that follows the mouse, with its sizing pointer (7 north-south,
+// 9 east-west).
+QWidget* makeSplitter(QWidget* parent, int pointer)
 {
-    auto* pane = new QWidget(parent);
-    auto* layout = new QVBoxLayout(pane);
-    layout->setContentsMargins(1, 1, 1, 1);
-    layout->setSpacing(0);
-    title = new QLabel(caption, pane);
-    title->setFixedHeight(pixelsHigh(270));
-    title->setAutoFillBackground(true);
-    title->setBackgroundRole(QPalette::Dark);
-    title->setForegroundRole(QPalette::BrightText);
-    layout->addWidget(title);
-    control->setParent(pane);
-    layout->addWidget(control, 1);
-    return pane;
+    auto* bar = new QWidget(parent);
+    platform::Screen::applyPointer(bar, pointer);
+    return bar;
 }
 
 } // namespace
@@ -79,15 +78,9 @@ void frmMain::createMenus()
 
 void frmMain::createBands()
 {
-    auto* client = clientArea();
-    auto* bands = new QVBoxLayout(client);
-    bands->setContentsMargins(0, 0, 0, 0);
-    bands->setSpacing(0);
-
+    QWidget* client = clientArea();
     PICMAIN = new QWidget(client);
-    PICMAIN->setFixedHeight(pixelsHigh(465));
-    auto* toolbarRow = new QVBoxLayout(PICMAIN);
-    toolbarRow->setContentsMargins(0, 0, 0, 0);
+    twips(PICMAIN).setHeight(465);
     TBARMAIN = new platform::Toolbar(&IMGLST, PICMAIN);
     TBARMAIN->addButton(QStringLiteral("ADD"), QStringLiteral("&Add"), QStringLiteral("Add [Ins]"),
                         QStringLiteral("ADD"));
@@ -103,56 +96,65 @@ void frmMain::createBands()
         ->addButton(QStringLiteral("RUN"), QStringLiteral("&Run Viewer"), QStringLiteral("Run Viewer [F12]"),
                     QStringLiteral("RUN"))
         ->setEnabled(false);
-    toolbarRow->addWidget(TBARMAIN);
-    bands->addWidget(PICMAIN);
+    twips(TBARMAIN).Move(0, 45, 2400, 330);
+    // Two rules wider than any screen frame the toolbar, so they never need sizing.
+    TXTSEP1 = new zuv::TXTSEP(QString(), PICMAIN);
+    twips(TXTSEP1).Move(-495, -105, 245745, 225);
+    TXTSEP2 = new zuv::TXTSEP(QString(), PICMAIN);
+    twips(TXTSEP2).Move(-240, 285, 245745, 225);
+    TBARMAIN->raise();
 
     PICHEADER = new QWidget(client);
-    PICHEADER->setFixedHeight(pixelsHigh(465));
+    twips(PICHEADER).setHeight(465);
     PICHEADER->setAutoFillBackground(true);
     PICHEADER->setBackgroundRole(QPalette::Dark);
     LBLDESC = new QLabel(platform::App::Title(), PICHEADER);
     LBLDESC->setTextFormat(Qt::PlainText);
     LBLDESC->setForegroundRole(QPalette::Light);
-    QFont heading = LBLDESC->font();
+    QFont heading(QStringLiteral("Tahoma"));
     heading.setPointSizeF(11.25);
     LBLDESC->setFont(heading);
-    auto* headerRow = new QVBoxLayout(PICHEADER);
-    headerRow->setContentsMargins(qRound(120 / platform::Screen::TwipsPerPixelX()), 0, 0, 0);
-    headerRow->addWidget(LBLDESC);
-    bands->addWidget(PICHEADER);
+    twips(LBLDESC).setLeft(120);
+    twips(LBLDESC).setTop(90);
+    LBLDESC->adjustSize();
 
     PICBOX = new QWidget(client);
-    bands->addWidget(PICBOX, 1);
 
     // Panel 1 takes the room the two counts leave.
     SBMAIN = new platform::StatusBar({2000, 2000}, client);
-    SBMAIN->setFixedHeight(pixelsHigh(300));
-    bands->addWidget(SBMAIN);
+    twips(SBMAIN).setHeight(300);
 }
 
 void frmMain::createPanes()
 {
-    FTVBROWSE = new platform::FolderTree;
-    LVWFOUND = new platform::ListView(QStringLiteral("Images Found"));
+    // The panels behind the panes come first, so that they stay below.
+    PICTREE = makePanel(PICBOX);
+    PICFND = makePanel(PICBOX);
+    PICSELCT = makePanel(PICBOX);
+    VBAR1 = new zuv::VBAR(QStringLiteral(" Folders"), PICBOX);
+    VBAR2 = new zuv::VBAR(QStringLiteral(" Pictures Found"), PICBOX);
+    VBAR3 = new zuv::VBAR(QStringLiteral(" Pictures Selected"), PICBOX);
+    FTVBROWSE = new platform::FolderTree(PICBOX);
+    LVWFOUND = new platform::ListView(QStringLiteral("Images Found"), PICBOX);
     LVWFOUND->setSmallIcons(&IMGLST);
-    LSTSELECTED = new platform::ListView(QStringLiteral("Images Selected"));
+    LSTSELECTED = new platform::ListView(QStringLiteral("Images Selected"), PICBOX);
     LSTSELECTED->setSmallIcons(&IMGLST);
     LSTSELECTED->setSelectionMode(QAbstractItemView::SingleSelection);
+    PICBAR2 = makeSplitter(PICBOX, 9);
+    PICBAR1 = makeSplitter(PICBOX, 7);
 
-    auto* sides = new QSplitter(Qt::Horizontal, PICBOX);
-    PICTREE = makePane(sides, VBAR1, QStringLiteral(" Folders"), FTVBROWSE);
-    auto* lists = new QSplitter(Qt::Vertical, sides);
-    PICFND = makePane(lists, VBAR2, QStringLiteral(" Pictures Found"), LVWFOUND);
-    PICSELCT = makePane(lists, VBAR3, QStringLiteral(" Pictures Selected"), LSTSELECTED);
-    sides->addWidget(PICTREE);
-    sides->addWidget(lists);
-    lists->addWidget(PICFND);
-    lists->addWidget(PICSELCT);
-    sides->setSizes({3330, 6345});
-    lists->setSizes({2295, 2000});
-    auto* box = new QVBoxLayout(PICBOX);
-    box->setContentsMargins(0, 0, 0, 0);
-    box->addWidget(sides);
+    // The design geometry; the layout replaces most of it at once.
+    twips(PICTREE).Move(0, 60, 3330, 4725);
+    twips(VBAR1).Move(15, 75, 3300, 270);
+    twips(FTVBROWSE).Move(15, 345, 3225, 4350);
+    twips(PICBAR2).Move(3330, 0, 50, 4755);
+    twips(PICFND).Move(3405, 60, 3615, 1755);
+    twips(VBAR2).Move(3420, 75, 3300, 270);
+    twips(LVWFOUND).Move(3435, 345, 3450, 1350);
+    twips(PICBAR1).Move(3465, 2295, 4845, 50);
+    twips(PICSELCT).Move(3525, 2505, 3330, 1290);
+    twips(VBAR3).Move(3555, 2535, 3255, 270);
+    twips(LSTSELECTED).Move(3690, 2805, 3000, 840);
 
     setTabOrder(FTVBROWSE, LVWFOUND);
     setTabOrder(LVWFOUND, LSTSELECTED);
@@ -172,8 +174,22 @@ void frmMain::connectEvents()
     connect(TBARMAIN, &platform::Toolbar::ButtonClick, this, &frmMain::TBARMAIN_ButtonClick);
     connect(FTVBROWSE, &platform::FolderTree::folderChanged, this, &frmMain::FTVBROWSE_FolderChanged);
 
-    auto* tree = new platform::ControlEvents(FTVBROWSE);
-    connect(tree, &platform::ControlEvents::KeyUp, this, &frmMain::KEYCHECK);
+    clientArea()->installEventFilter(this);
+    PICMAIN->installEventFilter(this);
+    SBMAIN->installEventFilter(this);
+
+    // The add and remove keys work wherever the focus rests but in an empty list.
+    for (QWidget* control : {static_cast<QWidget*>(FTVBROWSE), PICBAR1, PICBAR2, PICBOX, PICFND, PICHEADER,
+                             PICMAIN, PICSELCT, PICTREE}) {
+        auto* events = new platform::ControlEvents(control);
+        connect(events, &platform::ControlEvents::KeyUp, this, &frmMain::KEYCHECK);
+    }
+    auto* bar1 = new platform::ControlEvents(PICBAR1);
+    connect(bar1, &platform::ControlEvents::MouseMove, this, &frmMain::PICBAR1_MouseMove);
+    connect(bar1, &platform::ControlEvents::MouseUp, this, &frmMain::PICBAR1MOVE);
+    auto* bar2 = new platform::ControlEvents(PICBAR2);
+    connect(bar2, &platform::ControlEvents::MouseMove, this, &frmMain::PICBAR2_MouseMove);
+    connect(bar2, &platform::ControlEvents::MouseUp, this, &frmMain::PICBAR2MOVE);
 
     auto* found = new platform::ControlEvents(LVWFOUND);
     connect(found, &platform::ControlEvents::GotFocus, this, &frmMain::FOUNDLSTCHK);

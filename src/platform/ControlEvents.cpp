@@ -4,6 +4,7 @@
 #include "platform/Screen.h"
 
 #include <QAbstractScrollArea>
+#include <QApplication>
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -56,7 +57,11 @@ bool ControlEvents::eventFilter(QObject* watched, QEvent* event)
     case QEvent::KeyPress:
     case QEvent::KeyRelease: {
         auto* key = static_cast<QKeyEvent*>(event);
-        if (watched != control_ || key->isAutoRepeat())
+        // A key that a focused child leaves unhandled travels up to its parents;
+        // only the control it was meant for reports it.
+        const QWidget* focus = QApplication::focusWidget();
+        const bool fromChild = focus && focus != control_ && control_->isAncestorOf(focus);
+        if (watched != control_ || fromChild || key->isAutoRepeat())
             break;
         const int code = keyCodeOf(key->key());
         const int shift = shiftOf(key->modifiers());

@@ -4,16 +4,29 @@
 
 #include <QCloseEvent>
 #include <QEventLoop>
+#include <QLayout>
 #include <QPointer>
 
 namespace {
 
-int toPixelsX(float twips) { return qRound(twips / platform::Screen::TwipsPerPixelX()); }
-int toPixelsY(float twips) { return qRound(twips / platform::Screen::TwipsPerPixelY()); }
-float toTwipsX(int pixels) { return static_cast<float>(pixels) * platform::Screen::TwipsPerPixelX(); }
-float toTwipsY(int pixels) { return static_cast<float>(pixels) * platform::Screen::TwipsPerPixelY(); }
+int toPixelsX(float twips)
+{
+    return qRound(twips / platform::Screen::TwipsPerPixelX());
+}
+int toPixelsY(float twips)
+{
+    return qRound(twips / platform::Screen::TwipsPerPixelY());
+}
+float toTwipsX(int pixels)
+{
+    return static_cast<float>(pixels) * platform::Screen::TwipsPerPixelX();
+}
+float toTwipsY(int pixels)
+{
+    return static_cast<float>(pixels) * platform::Screen::TwipsPerPixelY();
+}
 
-}  // namespace
+} // namespace
 
 Form::Form(const QString& name, QWidget* parent) : QMainWindow(parent)
 {
@@ -27,24 +40,64 @@ Form::~Form() = default;
 
 // Outer geometry: frameGeometry once the window has a frame, else the widget's
 // own geometry (offscreen and before the first show they are the same).
-float Form::Left() const { return toTwipsX(frameGeometry().x()); }
-float Form::Top() const { return toTwipsY(frameGeometry().y()); }
-float Form::Width() const { return toTwipsX(frameGeometry().width()); }
-float Form::Height() const { return toTwipsY(frameGeometry().height()); }
+float Form::Left() const
+{
+    return toTwipsX(frameGeometry().x());
+}
+float Form::Top() const
+{
+    return toTwipsY(frameGeometry().y());
+}
+float Form::Width() const
+{
+    return toTwipsX(frameGeometry().width());
+}
+float Form::Height() const
+{
+    return toTwipsY(frameGeometry().height());
+}
 
-void Form::setLeft(float twips) { move(toPixelsX(twips), pos().y()); }
-void Form::setTop(float twips) { move(pos().x(), toPixelsY(twips)); }
+void Form::setLeft(float twips)
+{
+    move(toPixelsX(twips), pos().y());
+}
+void Form::setTop(float twips)
+{
+    move(pos().x(), toPixelsY(twips));
+}
 
+// Until the window manager has framed the window, its frame counts as nothing:
+// the size asked for is kept, and the frame comes off it once it is known, so
+// that a size read from one run is the outer size in the next run too.
 void Form::setWidth(float twips)
 {
     const int frameExtra = frameGeometry().width() - width();
-    resize(std::max(0, toPixelsX(twips) - frameExtra), height());
+    const int outer = toPixelsX(twips);
+    resize(std::max(0, outer - frameExtra), height());
+    pendingOuterWidth_ = frameExtra == 0 ? outer : -1;
 }
 
 void Form::setHeight(float twips)
 {
     const int frameExtra = frameGeometry().height() - height();
-    resize(width(), std::max(0, toPixelsY(twips) - frameExtra));
+    const int outer = toPixelsY(twips);
+    resize(width(), std::max(0, outer - frameExtra));
+    pendingOuterHeight_ = frameExtra == 0 ? outer : -1;
+}
+
+void Form::fitPendingOuterSize()
+{
+    if ((pendingOuterWidth_ < 0 && pendingOuterHeight_ < 0) || !isVisible())
+        return;
+    const QSize frameExtra = frameGeometry().size() - size();
+    if (frameExtra.isNull())
+        return;
+    const int w = pendingOuterWidth_ < 0 ? width() : std::max(0, pendingOuterWidth_ - frameExtra.width());
+    const int h = pendingOuterHeight_ < 0 ? height() : std::max(0, pendingOuterHeight_ - frameExtra.height());
+    // Cleared first: the resize comes back here.
+    pendingOuterWidth_ = pendingOuterHeight_ = -1;
+    if (WindowState() == 0)
+        resize(w, h);
 }
 
 void Form::Move(float left, float top, float width, float height)
@@ -55,10 +108,28 @@ void Form::Move(float left, float top, float width, float height)
     setHeight(height);
 }
 
-QWidget* Form::clientArea() const { return centralWidget(); }
+QWidget* Form::clientArea() const
+{
+    return centralWidget();
+}
 
-float Form::ScaleWidth() const { return toTwipsX(clientArea()->width()); }
-float Form::ScaleHeight() const { return toTwipsY(clientArea()->height()); }
+// A form that hasn't been shown yet has not laid out its client area; the
+// arithmetic of its load needs the real inner size all the same.
+QSize Form::clientSize() const
+{
+    if (!testAttribute(Qt::WA_WState_Visible) && layout())
+        layout()->activate();
+    return clientArea()->size();
+}
+
+float Form::ScaleWidth() const
+{
+    return toTwipsX(clientSize().width());
+}
+float Form::ScaleHeight() const
+{
+    return toTwipsY(clientSize().height());
+}
 
 int Form::WindowState() const
 {
@@ -99,12 +170,28 @@ void Form::Show(int modal, Form* owner)
         setWindowModality(Qt::NonModal);
 }
 
-void Form::Hide() { hide(); }
+void Form::Hide()
+{
+    hide();
+}
 
 void Form::setMousePointer(int code)
 {
     pointer_ = code;
     platform::Screen::applyPointer(this, code);
+}
+
+bool Form::event(QEvent* event)
+{
+    const bool handled = QMainWindow::event(event);
+    // The frame becomes known when the shown window is first placed or sized.
+    switch (event->type()) {
+    case QEvent::Show:
+    case QEvent::Move:
+    case QEvent::Resize: fitPendingOuterSize(); break;
+    default: break;
+    }
+    return handled;
 }
 
 void Form::closeEvent(QCloseEvent* event)

@@ -54,19 +54,26 @@ signals:
     void hidden();
 
 protected:
+    bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void hideEvent(QHideEvent* event) override;
 
 private:
+    void fitPendingOuterSize();
+    QSize clientSize() const;
+
     int pointer_ = 0;
+    // An outer size in pixels asked for before the window manager had framed the
+    // window, -1 if none: the frame is taken off once its size is known.
+    int pendingOuterWidth_ = -1;
+    int pendingOuterHeight_ = -1;
 };
 
 // The single shared instance of each form: loaded (and Form_Load run) on first
 // touch, unloaded explicitly (Form_Unload run, then destroyed).
 class Forms {
 public:
-    template <typename T>
-    static T& get()
+    template <typename T> static T& get()
     {
         if (Form* existing = find(typeid(T)))
             return static_cast<T&>(*existing);
@@ -75,18 +82,10 @@ public:
         return *form;
     }
 
-    template <typename T>
-    static bool isLoaded()
-    {
-        return find(typeid(T)) != nullptr;
-    }
+    template <typename T> static bool isLoaded() { return find(typeid(T)) != nullptr; }
 
     // Unloading a form that isn't loaded does nothing.
-    template <typename T>
-    static void unload()
-    {
-        unload(typeid(T));
-    }
+    template <typename T> static void unload() { unload(typeid(T)); }
 
     // Unloads the form whatever its type; used when the user closes its window.
     static void unload(Form* form);

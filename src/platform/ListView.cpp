@@ -106,14 +106,21 @@ ListView::ListItem ListView::SelectedItem() const
     return current ? ListItem(this, current) : ListItem();
 }
 
+// The twips last set read back unchanged while the column keeps their pixels.
 float ListView::columnWidth() const
 {
-    return static_cast<float>(QTreeWidget::columnWidth(0)) * Screen::TwipsPerPixelX();
+    const int pixels = QTreeWidget::columnWidth(0);
+    if (qRound(columnTwips_ / Screen::TwipsPerPixelX()) == pixels)
+        return columnTwips_;
+    return static_cast<float>(pixels) * Screen::TwipsPerPixelX();
 }
 
 void ListView::setColumnWidth(float twips)
 {
+    if (twips < 0)
+        throw Error(err::InvalidPropertyValue);
     QTreeWidget::setColumnWidth(0, qRound(twips / Screen::TwipsPerPixelX()));
+    columnTwips_ = twips;
 }
 
 } // namespace platform

@@ -68,6 +68,7 @@ public:
 private:
     QTreeWidgetItem* itemAt(int32_t index) const;
     const ImageList* smallIcons_ = nullptr;
+    float columnTwips_ = -1;
 };
 
 } // namespace platform
