@@ -1,5 +1,8 @@
 #include "album/frmMain.h"
 
+#include "album/frmPopup.h"
+#include "viewer/frmPPrevPhoto.h"
+
 #include "platform/App.h"
 #include "platform/Conversions.h"
 #include "platform/Error.h"
@@ -129,8 +132,10 @@ void frmMain::Form_Unload()
         writeSetting(preferencesKey(), QStringLiteral("Splitter Bar top"),
                      platform::floatText(twips(PICBAR1).Top()));
     });
-    // frmPPrevPhoto, frmPPrev, frmAbout and frmPopup are unloaded here, before the
-    // show, as they come to exist.
+    // The print preview and the about box are unloaded here, in their places
+    // of this order, as they come to exist.
+    Forms::unload<frmPPrevPhoto>();
+    Forms::unload<frmPopup>();
     Forms::unload<frmScreen>();
     QCoreApplication::quit();
 }
@@ -140,4 +145,6 @@ void frmMain::SETTITLE(const QString& FileName)
     const QString title = platform::App::Title();
     LBLDESC->setText(FileName.isEmpty() ? title + QStringLiteral(" - (Untitled)")
                                         : title + QStringLiteral(" - (") + FileName + QStringLiteral(")"));
+    // The heading sizes itself to its text.
+    LBLDESC->adjustSize();
 }

@@ -114,7 +114,7 @@ private:
 
     // The layout of the panes, in twips (frmMain_layout.cpp).
     void stackBands();
-    void Form_Resize();
+    void Form_Resize() override;
     void PICBAR1MOVE();
     void PICBAR2MOVE();
     void PICBAR1_MouseMove(int Button, int Shift, float X, float Y);
@@ -145,6 +145,8 @@ private:
     void MNUHELPWEBSITE_Click();
     void writeViewSettings();
     void LVWFOUND_LostFocus();
+    void LVWFOUND_KeyDown(int KeyCode, int Shift);
+    void LSTSELECTED_KeyDown(int KeyCode, int Shift);
     void LSTSELECTED_LostFocus();
 
     // Album state.

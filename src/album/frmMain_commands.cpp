@@ -2,6 +2,8 @@
 // toolbar button and the menu item of one command always change together.
 #include "album/frmMain.h"
 
+#include "album/frmPopup.h"
+
 #include "platform/Conversions.h"
 #include "platform/Error.h"
 #include "platform/Keys.h"
@@ -126,4 +128,24 @@ void frmMain::LSTSELECTED_LostFocus()
 {
     setCommandEnabled(QStringLiteral("REMOVE ALL"), MNUEDITREMOVEALL, false);
     setCommandEnabled(QStringLiteral("REMOVE"), MNUEDITREMOVE, false);
+}
+
+// Enter previews the current item of a list that isn't empty; the list keeps the
+// focus afterwards.
+void frmMain::LVWFOUND_KeyDown(int KeyCode, int)
+{
+    if (LVWFOUND->ListItems().Count() == 0)
+        return;
+    if (KeyCode == platform::vbKeyReturn)
+        resumeNext([&] { Forms::get<frmPopup>().PREVIEWFOUND(); });
+    resumeNext([&] { LVWFOUND->setFocus(); });
+}
+
+void frmMain::LSTSELECTED_KeyDown(int KeyCode, int)
+{
+    if (LSTSELECTED->ListItems().Count() == 0)
+        return;
+    if (KeyCode == platform::vbKeyReturn)
+        resumeNext([&] { Forms::get<frmPopup>().PREVIEWSELECTED(); });
+    resumeNext([&] { LSTSELECTED->setFocus(); });
 }

@@ -2,6 +2,8 @@
 // the wiring of the controls' events to the form's handlers.
 #include "album/frmMain.h"
 
+#include "album/frmPopup.h"
+
 #include "platform/App.h"
 #include "platform/ControlEvents.h"
 #include "platform/FolderTree.h"
@@ -174,7 +176,6 @@ void frmMain::connectEvents()
     connect(TBARMAIN, &platform::Toolbar::ButtonClick, this, &frmMain::TBARMAIN_ButtonClick);
     connect(FTVBROWSE, &platform::FolderTree::folderChanged, this, &frmMain::FTVBROWSE_FolderChanged);
 
-    clientArea()->installEventFilter(this);
     PICMAIN->installEventFilter(this);
     SBMAIN->installEventFilter(this);
 
@@ -199,11 +200,22 @@ void frmMain::connectEvents()
             KEYCHECK(keyCode, shift);
     });
 
+    connect(found, &platform::ControlEvents::KeyDown, this, &frmMain::LVWFOUND_KeyDown);
+    connect(found, &platform::ControlEvents::DblClick, this, [this] {
+        if (LVWFOUND->ListItems().Count() != 0)
+            Forms::get<frmPopup>().PREVIEWFOUND();
+    });
+
     auto* selected = new platform::ControlEvents(LSTSELECTED);
     connect(selected, &platform::ControlEvents::GotFocus, this, &frmMain::SELECTCHK);
     connect(selected, &platform::ControlEvents::LostFocus, this, &frmMain::LSTSELECTED_LostFocus);
     connect(selected, &platform::ControlEvents::KeyUp, this, [this](int keyCode, int shift) {
         if (LSTSELECTED->ListItems().Count() != 0)
             KEYCHECK(keyCode, shift);
+    });
+    connect(selected, &platform::ControlEvents::KeyDown, this, &frmMain::LSTSELECTED_KeyDown);
+    connect(selected, &platform::ControlEvents::DblClick, this, [this] {
+        if (LSTSELECTED->ListItems().Count() != 0)
+            Forms::get<frmPopup>().PREVIEWSELECTED();
     });
 }

@@ -54,18 +54,16 @@ void frmMain::stackBands()
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == clientArea() && event->type() == QEvent::Resize) {
+    if ((watched == PICMAIN || watched == SBMAIN) &&
+        (event->type() == QEvent::ShowToParent || event->type() == QEvent::HideToParent))
         stackBands();
-        Form_Resize();
-    } else if ((watched == PICMAIN || watched == SBMAIN) &&
-               (event->type() == QEvent::ShowToParent || event->type() == QEvent::HideToParent)) {
-        stackBands();
-    }
     return Form::eventFilter(watched, event);
 }
 
 void frmMain::Form_Resize()
 {
+    // The bands follow the client area first, as the toolkit stacks them.
+    stackBands();
     int16_t h = 0;
     resumeNext([&] { h = whole(ScaleHeight()); });
     resumeNext([&] { h = whole(h - twips(PICBOX).Top()); });

@@ -34,6 +34,7 @@ Form::Form(const QString& name, QWidget* parent) : QMainWindow(parent)
     auto* client = new QWidget(this);
     client->setObjectName(name + QStringLiteral("_client"));
     setCentralWidget(client);
+    client->installEventFilter(this);
 }
 
 Form::~Form() = default;
@@ -165,9 +166,13 @@ void Form::Show(int modal, Form* owner)
     connect(this, &Form::hidden, &loop, &QEventLoop::quit);
     connect(this, &QObject::destroyed, &loop, &QEventLoop::quit);
     show();
+    QPointer<Form> returnTo(owner);
     loop.exec();
     if (self)
         setWindowModality(Qt::NonModal);
+    // The owner takes the keyboard back, as it had it before.
+    if (returnTo && returnTo->isVisible())
+        returnTo->activateWindow();
 }
 
 void Form::Hide()
@@ -192,6 +197,13 @@ bool Form::event(QEvent* event)
     default: break;
     }
     return handled;
+}
+
+bool Form::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == centralWidget() && event->type() == QEvent::Resize)
+        Form_Resize();
+    return QMainWindow::eventFilter(watched, event);
 }
 
 void Form::closeEvent(QCloseEvent* event)

@@ -19,6 +19,8 @@ public:
     // Runs once when the registry loads the form, and once when it unloads it.
     virtual void Form_Load() {}
     virtual void Form_Unload() {}
+    // Runs at each change of the client area's size.
+    virtual void Form_Resize() {}
 
     QString Name() const { return objectName(); }
 
@@ -55,6 +57,7 @@ signals:
 
 protected:
     bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void hideEvent(QHideEvent* event) override;
 

@@ -126,6 +126,12 @@ public:
     // The words for a depth given as decimal text: 1, 4, 8 and 24 bits have some,
     // any other depth the empty text.
     QString GETCOLORDEPTH(const QString& Depth);
+    // Opens the properties dialog that FORMNAME loads, modally over MODALFORM, for the file at FILEPATH,
+    // and returns once it is closed. FILETYPE "PICTURE" adds the Picture tab; the document arguments are
+    // for a caller that shows a text document's properties.
+    void GETPROPERTIES(Form& (*FORMNAME)(), const QString& FILEPATH, Form* MODALFORM, const QString& FILETYPE,
+                       const QString& TXTRTFSRC = QString(), const QString& TXTRTFSELSRC = QString(),
+                       QWidget* RTFBOXSRC = nullptr);
 
 private:
     clsLibrary() = default;

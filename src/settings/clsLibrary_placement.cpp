@@ -11,8 +11,11 @@
 #include "platform/Error.h"
 #include "platform/Form.h"
 #include "platform/Screen.h"
+#include "platform/Twips.h"
 
 #include <QWidget>
+
+using platform::twips;
 
 namespace {
 
@@ -105,22 +108,6 @@ void restorePosition(Form& form, const QString& key)
     form.setTop(storedLength(key, TopValue, form.Top()));
 }
 
-// A button's geometry in twips, in the coordinates of the container it sits on.
-float widthOf(const QWidget& button)
-{
-    return static_cast<float>(button.width()) * platform::Screen::TwipsPerPixelX();
-}
-float leftOf(const QWidget& button)
-{
-    return static_cast<float>(button.x()) * platform::Screen::TwipsPerPixelX();
-}
-
-void placeButton(QWidget& button, float left)
-{
-    button.move(qRound(left / platform::Screen::TwipsPerPixelX()),
-                qRound(ButtonTop / platform::Screen::TwipsPerPixelY()));
-}
-
 } // namespace
 
 void clsLibrary::FORMLOAD(const QString& PROGRAMFLDR, Form* FORMNAME, bool RESIZE)
@@ -166,14 +153,18 @@ void clsLibrary::FORMSAVE(const QString& PROGRAMFLDR, Form* FORMNAME, bool RESIZ
     }
 }
 
+// Buttons are placed in the coordinates of the container they sit on.
 void clsLibrary::RESIZEBTNCLOSE(Form* form, QWidget* BTNCLOSE)
 {
-    placeButton(*BTNCLOSE, form->ScaleWidth() - ButtonMargin - widthOf(*BTNCLOSE));
+    twips(BTNCLOSE).setTop(ButtonTop);
+    twips(BTNCLOSE).setLeft(form->ScaleWidth() - ButtonMargin - twips(BTNCLOSE).Width());
 }
 
 // Both buttons have the same width, so the Cancel button's width serves for both.
 void clsLibrary::RESIZEBTNSOKCANCEL(Form* form, QWidget* BTNOK, QWidget* BTNCANCEL)
 {
-    placeButton(*BTNCANCEL, form->ScaleWidth() - ButtonMargin - widthOf(*BTNCANCEL));
-    placeButton(*BTNOK, leftOf(*BTNCANCEL) - ButtonMargin - widthOf(*BTNCANCEL));
+    twips(BTNOK).setTop(ButtonTop);
+    twips(BTNCANCEL).setTop(ButtonTop);
+    twips(BTNCANCEL).setLeft(form->ScaleWidth() - ButtonMargin - twips(BTNCANCEL).Width());
+    twips(BTNOK).setLeft(twips(BTNCANCEL).Left() - ButtonMargin - twips(BTNCANCEL).Width());
 }

@@ -197,12 +197,6 @@ void frmScreen::Form_Resize()
     PLACECONTROLS();
 }
 
-void frmScreen::resizeEvent(QResizeEvent* event)
-{
-    Form::resizeEvent(event);
-    Form_Resize();
-}
-
 void frmScreen::Form_Unload()
 {
     if (Form* main = Forms::mainForm())

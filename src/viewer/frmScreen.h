@@ -32,7 +32,7 @@ public:
 
     void Form_Load() override;
     void Form_Unload() override;
-    void Form_Resize();
+    void Form_Resize() override;
     void TMRPICS_Timer();
 
     // Keys and mouse buttons (frmScreen_controls.cpp).
@@ -64,7 +64,6 @@ public:
     int16_t NAMESCAN = 0; // FINDNAME's counter
 
 protected:
-    void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
 
 private:

@@ -7,10 +7,12 @@
 #include "platform/FileNames.h"
 #include "platform/FolderTree.h"
 #include "platform/ListView.h"
+#include "platform/PictureBox.h"
 #include "platform/Registry.h"
 #include "platform/StatusBar.h"
 #include "platform/Toolbar.h"
 #include "settings/clsLibrary.h"
+#include "viewer/frmPPrevPhoto.h"
 
 #include <QAction>
 #include <QDir>
@@ -18,6 +20,7 @@
 #include <QLabel>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -151,6 +154,7 @@ private slots:
         QCOMPARE(form->LVWFOUND->ListItems()(3).Key(), QStringLiteral("M3"));
         QCOMPARE(form->SBMAIN->panelText(2), QStringLiteral("6 pictures found"));
         QCOMPARE(form->LBLDESC->text(), "Vistarro - (" + dir.path() + ")");
+        QVERIFY(form->LBLDESC->width() >= form->LBLDESC->sizeHint().width());
         QCOMPARE(stored(frmMain::preferencesKey(), QStringLiteral("Files Location")), dir.path() + "/");
 
         // The folder comes back at the next start.
@@ -394,6 +398,26 @@ private slots:
         QCOMPARE(texts(form->LSTSELECTED), QStringList({dir.filePath("a.jpg")}));
         QCOMPARE(form->SBMAIN->panelText(3), QStringLiteral("1 pictures selected"));
         QVERIFY(form->MNUFILERUN->isEnabled());
+    }
+
+    void enterPreviewsTheCurrentPicture()
+    {
+        TempStore temp;
+        QTemporaryDir dir;
+        QImage(30, 20, QImage::Format_RGB32).save(dir.filePath("a.bmp"));
+        frmMain* form = start();
+        form->FTVBROWSE->setSelectedfolder(dir.path());
+        showAndFocus(form, form->LVWFOUND);
+        form->LVWFOUND->setCurrentItem(form->LVWFOUND->topLevelItem(0));
+
+        QSize previewed;
+        QTimer::singleShot(0, this, [&] {
+            previewed = Forms::get<frmPPrevPhoto>().PICPREVIEW->Picture().size();
+            Forms::unload<frmPPrevPhoto>();
+        });
+        QTest::keyClick(form->LVWFOUND, Qt::Key_Return);
+        QCOMPARE(previewed, QSize(30, 20));
+        QTRY_VERIFY(form->LVWFOUND->hasFocus());
     }
 
     void toggledBarsAreStoredTogether()

@@ -1,0 +1,72 @@
+#include "viewer/frmPPrevPhoto.h"
+
+#include "platform/Error.h"
+#include "platform/Picture.h"
+#include "platform/PictureBox.h"
+#include "platform/Twips.h"
+#include "presentation/PANEL.h"
+#include "settings/clsLibrary.h"
+
+#include <QPushButton>
+#include <QShortcut>
+
+using platform::resumeNext;
+using platform::twips;
+
+frmPPrevPhoto::frmPPrevPhoto() : Form(QStringLiteral("frmPPrevPhoto"))
+{
+    setWindowTitle(QStringLiteral("Picture Preview"));
+    PICPREVIEW = new platform::PictureBox(clientArea());
+    twips(PICPREVIEW).setLeft(60);
+    twips(PICPREVIEW).setTop(60);
+    PANEL1 = new zuv::PANEL(clientArea());
+    twips(PANEL1).setHeight(645);
+    BTNCLOSE = new QPushButton(QStringLiteral("&Close"), PANEL1);
+    twips(BTNCLOSE).setWidth(1125);
+    twips(BTNCLOSE).setHeight(345);
+    BTNCLOSE->setDefault(true);
+    // Close is the cancel button too: Esc presses it.
+    auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), this);
+    connect(escape, &QShortcut::activated, this, &frmPPrevPhoto::BTNCLOSE_Click);
+    connect(BTNCLOSE, &QPushButton::clicked, this, &frmPPrevPhoto::BTNCLOSE_Click);
+    setWindowState(2);
+}
+
+void frmPPrevPhoto::Form_Load()
+{
+    clsLibrary::instance().FORMLOAD(QStringLiteral("GLOBAL"), this, true);
+}
+
+void frmPPrevPhoto::Form_Unload()
+{
+    clsLibrary::instance().FORMSAVE(QStringLiteral("GLOBAL"), this, true);
+}
+
+void frmPPrevPhoto::loadPicture(const QString& path)
+{
+    try {
+        PICPREVIEW->setPicture(platform::LoadPicture(path));
+    } catch (const platform::Error& error) {
+        PICPREVIEW->setMessage(tr("The picture can't be shown: %1.").arg(error.description()));
+    }
+}
+
+// The box keeps a margin of 60 twips at the left, top and right, and reaches
+// down to the panel that holds the Close button.
+void frmPPrevPhoto::Form_Resize()
+{
+    resumeNext([&] {
+        twips(PICPREVIEW).setWidth(ScaleWidth() - twips(PICPREVIEW).Left() - twips(PICPREVIEW).Left());
+    });
+    resumeNext([&] { twips(PICPREVIEW).setTop(twips(PICPREVIEW).Left()); });
+    resumeNext([&] {
+        twips(PICPREVIEW).setHeight(ScaleHeight() - twips(PANEL1).Height() - twips(PICPREVIEW).Top());
+    });
+    resumeNext([&] { PANEL1->setDialogresize(WindowState() != 2); });
+    resumeNext([&] { clsLibrary::instance().RESIZEBTNCLOSE(this, BTNCLOSE); });
+}
+
+void frmPPrevPhoto::BTNCLOSE_Click()
+{
+    Forms::unload<frmPPrevPhoto>();
+}
