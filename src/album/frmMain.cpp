@@ -1,5 +1,6 @@
 #include "album/frmMain.h"
 
+#include "about/frmAbout.h"
 #include "album/frmPopup.h"
 #include "viewer/frmPPrevPhoto.h"
 
@@ -132,9 +133,9 @@ void frmMain::Form_Unload()
         writeSetting(preferencesKey(), QStringLiteral("Splitter Bar top"),
                      platform::floatText(twips(PICBAR1).Top()));
     });
-    // The print preview and the about box are unloaded here, in their places
-    // of this order, as they come to exist.
+    // The print preview is unloaded after the picture preview once it exists.
     Forms::unload<frmPPrevPhoto>();
+    Forms::unload<frmAbout>();
     Forms::unload<frmPopup>();
     Forms::unload<frmScreen>();
     QCoreApplication::quit();

@@ -147,6 +147,13 @@ private:
     void LVWFOUND_LostFocus();
     void LVWFOUND_KeyDown(int KeyCode, int Shift);
     void LSTSELECTED_KeyDown(int KeyCode, int Shift);
+    void LVWFOUND_KeyUp(int KeyCode, int Shift);
+    void LSTSELECTED_KeyUp(int KeyCode, int Shift);
+    void LVWFOUND_MouseUp(int Button, int Shift, float X, float Y);
+    void LSTSELECTED_MouseUp(int Button, int Shift, float X, float Y);
+    void MNUHELPABOUT_Click();
+    // Raises a context menu at a place in twips of the client area.
+    void PopupMenu(QMenu* menu, float X, float Y);
     void LSTSELECTED_LostFocus();
 
     // Album state.

@@ -2,6 +2,7 @@
 // toolbar button and the menu item of one command always change together.
 #include "album/frmMain.h"
 
+#include "about/frmAbout.h"
 #include "album/frmPopup.h"
 
 #include "platform/Conversions.h"
@@ -11,12 +12,15 @@
 #include "platform/Screen.h"
 #include "platform/StatusBar.h"
 #include "platform/Toolbar.h"
+#include "platform/Twips.h"
 #include "settings/clsLibrary.h"
 #include "viewer/frmScreen.h"
 
 #include <QAction>
+#include <QMenu>
 
 using platform::resumeNext;
+using platform::twips;
 
 void frmMain::setCommandEnabled(const QString& buttonKey, QAction* menuItem, bool enabled)
 {
@@ -148,4 +152,51 @@ void frmMain::LSTSELECTED_KeyDown(int KeyCode, int)
     if (KeyCode == platform::vbKeyReturn)
         resumeNext([&] { Forms::get<frmPopup>().PREVIEWSELECTED(); });
     resumeNext([&] { LSTSELECTED->setFocus(); });
+}
+
+// The context menu key raises a list's menu at the list's own place, taken as a
+// place in the window; the right button raises it where the pointer is.
+void frmMain::LVWFOUND_KeyUp(int KeyCode, int Shift)
+{
+    if (LVWFOUND->ListItems().Count() == 0)
+        return;
+    if (KeyCode == platform::vbKeyApps)
+        PopupMenu(Forms::get<frmPopup>().MNUFOUNDTOP, twips(LVWFOUND).Left() + 200, twips(LVWFOUND).Top());
+    KEYCHECK(KeyCode, Shift);
+}
+
+void frmMain::LSTSELECTED_KeyUp(int KeyCode, int Shift)
+{
+    if (LSTSELECTED->ListItems().Count() == 0)
+        return;
+    if (KeyCode == platform::vbKeyApps)
+        PopupMenu(Forms::get<frmPopup>().MNUSELECTEDTOP, twips(LSTSELECTED).Left() + 200,
+                  twips(LSTSELECTED).Top());
+    KEYCHECK(KeyCode, Shift);
+}
+
+void frmMain::LVWFOUND_MouseUp(int Button, int, float X, float Y)
+{
+    if (LVWFOUND->ListItems().Count() != 0 && Button == 2)
+        PopupMenu(Forms::get<frmPopup>().MNUFOUNDTOP, twips(PICFND).Left() + X,
+                  twips(PICFND).Top() + Y + 1200);
+}
+
+void frmMain::LSTSELECTED_MouseUp(int Button, int, float X, float Y)
+{
+    if (LSTSELECTED->ListItems().Count() != 0 && Button == 2)
+        PopupMenu(Forms::get<frmPopup>().MNUSELECTEDTOP, twips(PICSELCT).Left() + X,
+                  twips(PICSELCT).Top() + Y + 1200);
+}
+
+void frmMain::PopupMenu(QMenu* menu, float X, float Y)
+{
+    const QPoint at(qRound(X / platform::Screen::TwipsPerPixelX()),
+                    qRound(Y / platform::Screen::TwipsPerPixelY()));
+    menu->popup(clientArea()->mapToGlobal(at));
+}
+
+void frmMain::MNUHELPABOUT_Click()
+{
+    Forms::get<frmAbout>().Show(1, this);
 }

@@ -74,8 +74,6 @@ void frmMain::createMenus()
     MNUHELPWEBSITE = MNUHELPTOP->addAction(QStringLiteral("&ZUV Online"));
     MNUHELPTOP->addSeparator();
     MNUHELPABOUT = MNUHELPTOP->addAction(QStringLiteral("&About"));
-    // The about box comes with its own window; until then the item is off.
-    MNUHELPABOUT->setEnabled(false);
 }
 
 void frmMain::createBands()
@@ -173,6 +171,7 @@ void frmMain::connectEvents()
     connect(MNUVIEWSTANDARDBAR, &QAction::triggered, this, &frmMain::MNUVIEWSTANDARDBAR_Click);
     connect(MNUVIEWSTATUSBAR, &QAction::triggered, this, &frmMain::MNUVIEWSTATUSBAR_Click);
     connect(MNUHELPWEBSITE, &QAction::triggered, this, &frmMain::MNUHELPWEBSITE_Click);
+    connect(MNUHELPABOUT, &QAction::triggered, this, &frmMain::MNUHELPABOUT_Click);
     connect(TBARMAIN, &platform::Toolbar::ButtonClick, this, &frmMain::TBARMAIN_ButtonClick);
     connect(FTVBROWSE, &platform::FolderTree::folderChanged, this, &frmMain::FTVBROWSE_FolderChanged);
 
@@ -195,10 +194,8 @@ void frmMain::connectEvents()
     auto* found = new platform::ControlEvents(LVWFOUND);
     connect(found, &platform::ControlEvents::GotFocus, this, &frmMain::FOUNDLSTCHK);
     connect(found, &platform::ControlEvents::LostFocus, this, &frmMain::LVWFOUND_LostFocus);
-    connect(found, &platform::ControlEvents::KeyUp, this, [this](int keyCode, int shift) {
-        if (LVWFOUND->ListItems().Count() != 0)
-            KEYCHECK(keyCode, shift);
-    });
+    connect(found, &platform::ControlEvents::KeyUp, this, &frmMain::LVWFOUND_KeyUp);
+    connect(found, &platform::ControlEvents::MouseUp, this, &frmMain::LVWFOUND_MouseUp);
 
     connect(found, &platform::ControlEvents::KeyDown, this, &frmMain::LVWFOUND_KeyDown);
     connect(found, &platform::ControlEvents::DblClick, this, [this] {
@@ -209,10 +206,8 @@ void frmMain::connectEvents()
     auto* selected = new platform::ControlEvents(LSTSELECTED);
     connect(selected, &platform::ControlEvents::GotFocus, this, &frmMain::SELECTCHK);
     connect(selected, &platform::ControlEvents::LostFocus, this, &frmMain::LSTSELECTED_LostFocus);
-    connect(selected, &platform::ControlEvents::KeyUp, this, [this](int keyCode, int shift) {
-        if (LSTSELECTED->ListItems().Count() != 0)
-            KEYCHECK(keyCode, shift);
-    });
+    connect(selected, &platform::ControlEvents::KeyUp, this, &frmMain::LSTSELECTED_KeyUp);
+    connect(selected, &platform::ControlEvents::MouseUp, this, &frmMain::LSTSELECTED_MouseUp);
     connect(selected, &platform::ControlEvents::KeyDown, this, &frmMain::LSTSELECTED_KeyDown);
     connect(selected, &platform::ControlEvents::DblClick, this, [this] {
         if (LSTSELECTED->ListItems().Count() != 0)

@@ -2,8 +2,11 @@
 
 #include "platform/Form.h"
 
+class QAction;
+class QMenu;
+
 // The owner of the two context menus of the main window's lists, and of the
-// preview of their current items. Never shown itself.
+// preview and properties of their current items. Never shown itself.
 class frmPopup : public Form {
     Q_OBJECT
 public:
@@ -13,6 +16,23 @@ public:
     void PREVIEWFOUND();
     void PREVIEWSELECTED();
 
+    // The found menu; its top item is never seen, its items form the menu.
+    QMenu* MNUFOUNDTOP = nullptr;
+    QAction* MNUFOUNDPREVIEW = nullptr;
+    QAction* MNUFOUNDADD = nullptr;
+    QAction* MNUFOUNDADDALL = nullptr;
+    QAction* MNUFOUNDPROPS = nullptr;
+    // The selected menu.
+    QMenu* MNUSELECTEDTOP = nullptr;
+    QAction* MNUSELECTEDPREVIEW = nullptr;
+    QAction* MNUSELECTEDCLEAR = nullptr;
+    QAction* MNUSELECTEDCLEARALL = nullptr;
+    QAction* MNUSELECTEDPROPS = nullptr;
+
 private:
+    void createMenus();
+    void MNUFOUNDPROPS_Click();
+    void MNUSELECTEDPROPS_Click();
     static void preview(const QString& path);
+    static void showProperties(const QString& path);
 };

@@ -3,6 +3,7 @@
 #include "TempStore.h"
 
 #include "album/frmMain.h"
+#include "album/frmPopup.h"
 #include "platform/App.h"
 #include "platform/FileNames.h"
 #include "platform/FolderTree.h"
@@ -18,6 +19,7 @@
 #include <QDir>
 #include <QFile>
 #include <QLabel>
+#include <QMenu>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -418,6 +420,36 @@ private slots:
         QTest::keyClick(form->LVWFOUND, Qt::Key_Return);
         QCOMPARE(previewed, QSize(30, 20));
         QTRY_VERIFY(form->LVWFOUND->hasFocus());
+    }
+
+    void contextMenusComeUpOnlyForAListWithItems()
+    {
+        TempStore temp;
+        QTemporaryDir dir;
+        makeFolder(dir, {"a.jpg", "b.jpg"});
+        frmMain* form = start();
+        form->FTVBROWSE->setSelectedfolder(dir.path());
+        frmPopup& popup = Forms::get<frmPopup>();
+
+        // The context menu key in the empty album: no menu.
+        showAndFocus(form, form->LSTSELECTED);
+        QTest::keyClick(form->LSTSELECTED, Qt::Key_Menu);
+        QVERIFY(!popup.MNUSELECTEDTOP->isVisible());
+
+        form->ADDALL();
+        QTest::mouseClick(form->LSTSELECTED->viewport(), Qt::RightButton);
+        QTRY_VERIFY(popup.MNUSELECTEDTOP->isVisible());
+        popup.MNUSELECTEDTOP->close();
+
+        // Remove from the menu runs the enable check too: the last one gone
+        // turns the remove pair and Run off.
+        for (int i = 0; i < 2; ++i) {
+            form->LSTSELECTED->setCurrentItem(form->LSTSELECTED->topLevelItem(0));
+            popup.MNUSELECTEDCLEAR->trigger();
+        }
+        QCOMPARE(form->LSTSELECTED->ListItems().Count(), 0);
+        QVERIFY(!form->MNUEDITREMOVE->isEnabled());
+        QVERIFY(!form->MNUFILERUN->isEnabled());
     }
 
     void toggledBarsAreStoredTogether()
