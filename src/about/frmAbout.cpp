@@ -46,13 +46,8 @@ frmAbout::~frmAbout() = default;
 void frmAbout::createControls()
 {
     setWindowTitle(QStringLiteral("About"));
-    // A fixed dialog: no minimize or maximize button, and as a window of its owner
-    // no entry in the task bar.
-    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
-    const auto [width, height] = clsLibrary::instance().TWIPSTOPIXELS(DesignWidth, DesignHeight);
-    setFixedSize(width, height);
+    makeFixedDialog(DesignWidth, DesignHeight);
     QWidget* client = clientArea();
-    client->resize(size());
     auto* content = new QVBoxLayout(client);
     content->setContentsMargins(Margin, Margin, Margin, Margin);
     content->setSpacing(Spacing);
@@ -124,14 +119,9 @@ void frmAbout::createControls()
     TSEP2 = new zuv::TXTSEP(QString(), client);
     content->addWidget(TSEP2);
     BTNCLOSE = new QPushButton(QStringLiteral("&Close"), client);
-    BTNCLOSE->setDefault(true);
     connect(BTNCLOSE, &QPushButton::clicked, this, &frmAbout::BTNCLOSE_Click);
     content->addWidget(BTNCLOSE, 0, Qt::AlignRight);
-    // Close is the default and the cancel button at once: Enter and Esc press it.
-    auto* closeKeys = new QAction(this);
-    closeKeys->setShortcuts({Qt::Key_Escape, Qt::Key_Return, Qt::Key_Enter});
-    connect(closeKeys, &QAction::triggered, BTNCLOSE, &QPushButton::click);
-    addAction(closeKeys);
+    setCloseButton(BTNCLOSE);
 
     if (const QScreen* screen = QGuiApplication::primaryScreen())
         move(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size(), screen->geometry()).topLeft());

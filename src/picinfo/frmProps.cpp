@@ -78,23 +78,13 @@ Form& frmProps::load()
 void frmProps::createControls()
 {
     setWindowTitle(QStringLiteral("Properties"));
-    // A fixed dialog: no minimize or maximize button, and as a window of its owner
-    // no entry in the task bar.
-    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
-    const auto [width, height] = clsLibrary::instance().TWIPSTOPIXELS(DesignWidth, DesignHeight);
-    setFixedSize(width, height);
+    makeFixedDialog(DesignWidth, DesignHeight);
     QWidget* client = clientArea();
-    client->resize(size());
 
     PANEL1 = new zuv::PANEL(client);
     BTNCLOSE = new QPushButton(QStringLiteral("&Close"), PANEL1);
-    BTNCLOSE->setDefault(true);
     connect(BTNCLOSE, &QPushButton::clicked, this, &frmProps::BTNCLOSE_Click);
-    // Close is the default and the cancel button at once: Enter and Esc press it.
-    auto* closeKeys = new QAction(this);
-    closeKeys->setShortcuts({Qt::Key_Escape, Qt::Key_Return, Qt::Key_Enter});
-    connect(closeKeys, &QAction::triggered, BTNCLOSE, &QPushButton::click);
-    addAction(closeKeys);
+    setCloseButton(BTNCLOSE);
 
     // Everything above the panel is laid out; the panel keeps to the bottom itself.
     auto* content = new QVBoxLayout(client);

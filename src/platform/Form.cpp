@@ -2,10 +2,12 @@
 
 #include "platform/Screen.h"
 
+#include <QAction>
 #include <QCloseEvent>
 #include <QEventLoop>
 #include <QLayout>
 #include <QPointer>
+#include <QPushButton>
 
 namespace {
 

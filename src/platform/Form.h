@@ -2,6 +2,8 @@
 
 #include <QMainWindow>
 
+class QPushButton;
+
 #include <functional>
 #include <typeindex>
 #include <unordered_map>
@@ -47,6 +49,12 @@ public:
     // modal 1 shows the form modally and returns once it is hidden or unloaded.
     void Show(int modal = 0, Form* owner = nullptr);
     void Hide();
+
+    // A fixed dialog with an inner size in twips: a title and a close box, no
+    // minimize or maximize button, and as a window of its owner no task bar entry.
+    void makeFixedDialog(float innerWidth, float innerHeight);
+    // The button that is default and cancel at once: Enter and Esc press it.
+    void setCloseButton(QPushButton* button);
 
     // Pointer codes: 0 default, 11 hourglass (others as Screen maps them).
     int MousePointer() const { return pointer_; }

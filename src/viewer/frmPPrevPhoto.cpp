@@ -8,7 +8,6 @@
 #include "settings/clsLibrary.h"
 
 #include <QPushButton>
-#include <QShortcut>
 
 using platform::resumeNext;
 using platform::twips;
@@ -24,10 +23,7 @@ frmPPrevPhoto::frmPPrevPhoto() : Form(QStringLiteral("frmPPrevPhoto"))
     BTNCLOSE = new QPushButton(QStringLiteral("&Close"), PANEL1);
     twips(BTNCLOSE).setWidth(1125);
     twips(BTNCLOSE).setHeight(345);
-    BTNCLOSE->setDefault(true);
-    // Close is the cancel button too: Esc presses it.
-    auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), this);
-    connect(escape, &QShortcut::activated, this, &frmPPrevPhoto::BTNCLOSE_Click);
+    setCloseButton(BTNCLOSE);
     connect(BTNCLOSE, &QPushButton::clicked, this, &frmPPrevPhoto::BTNCLOSE_Click);
     setWindowState(2);
 }
