@@ -133,6 +133,26 @@ public:
                        const QString& TXTRTFSRC = QString(), const QString& TXTRTFSELSRC = QString(),
                        QWidget* RTFBOXSRC = nullptr);
 
+    // --- Command descriptions -------------------------------------------------
+    // A form's status line is panel 1 of its status bar (the platform::StatusBar
+    // among its own controls), and its menus are those of the zuv::ICOMNU among its
+    // children; a form without either shows or reads nothing.
+    //
+    // Writes STATUSTEXT with a closing full stop to the status line (an empty text
+    // clears it) and sets SBFORM's pointer to MOUSEPOINTERVAL (0 default, 11 hourglass).
+    void STATUSBARCAPTION(Form* SBFORM, const QString& STATUSTEXT = QString(), int16_t MOUSEPOINTERVAL = 0);
+    // Describes item MENUNUMBER, as ICOMNU's ItemReport or ItemReportPlain raise it,
+    // in STATUSFORM's status line, or in the print preview's while it is visible. The
+    // item is read from CURRENTFORM's menus when that is "frmPopup" or "frmPPrev",
+    // else from STATUSFORM's. Number 0, a separator, and a caption that no row knows
+    // clear the line; a window command's number shows that command's text.
+    void STATUSTEXTDESC(Form* CURRENTFORM, Form* STATUSFORM, int32_t MENUNUMBER, bool SEPARATOR,
+                        const QString& FILETYPE = QString());
+    // Describes the toolbar button strictly around X (twips from the toolbar's left
+    // edge, as its MouseMove reports it) by the caption in its Description, in form's
+    // status line. Over no button the line stays as it was.
+    void GETTBARDESCRIPTIONS(Form* form, float X, class QToolBar* toolbar, const QString& FILETYPE);
+
 private:
     clsLibrary() = default;
     Form* browseForm_ = nullptr;

@@ -1,0 +1,128 @@
+#include "settings/clsLibrary.h"
+
+#include "platform/App.h"
+#include "platform/Error.h"
+#include "platform/Form.h"
+#include "platform/StatusBar.h"
+#include "platform/Toolbar.h"
+#include "platform/Twips.h"
+#include "presentation/CommandDescriptions.h"
+#include "presentation/ICOMNU.h"
+
+#include <QApplication>
+
+#include <algorithm>
+
+using platform::resumeNext;
+
+namespace {
+
+// The form a control belongs to: the nearest form among its parents. A form shown
+// over another may be that form's child, and its controls are still its own.
+const Form* owningForm(const QObject* control)
+{
+    for (const QObject* object = control->parent(); object; object = object->parent())
+        if (const auto* form = qobject_cast<const Form*>(object))
+            return form;
+    return nullptr;
+}
+
+// The form's own control of a type (its status bar, its icon menu control); a
+// form without one gives null.
+template <typename Control> Control* controlOf(const Form* form)
+{
+    if (!form)
+        return nullptr;
+    const QList<Control*> controls = form->findChildren<Control*>();
+    const auto own = std::find_if(controls.begin(), controls.end(),
+                                  [form](const Control* control) { return owningForm(control) == form; });
+    return own == controls.end() ? nullptr : *own;
+}
+
+// The print preview while it is on the screen.
+Form* visiblePreview()
+{
+    const QList<QWidget*> windows = QApplication::topLevelWidgets();
+    for (QWidget* window : windows) {
+        auto* form = qobject_cast<Form*>(window);
+        if (form && form->Name() == QStringLiteral("frmPPrev") && form->isVisible())
+            return form;
+    }
+    return nullptr;
+}
+
+// Looks the caption up and writes its description to FORM's status line; a caption
+// that no row knows clears the line.
+void CAPTIONTEXT(Form* FORM, const QString& CAPTION, const QString& FILETYPE)
+{
+    Form* preview = visiblePreview();
+    const std::optional<descriptions::Description> description =
+        descriptions::describe(CAPTION, {FILETYPE, platform::App::Title(), preview != nullptr});
+    if (!description) {
+        clsLibrary::instance().STATUSBARCAPTION(FORM);
+        return;
+    }
+    clsLibrary::instance().STATUSBARCAPTION(description->toPreview ? preview : FORM, description->text, 0);
+}
+
+// A window command's text; any other number leaves the line as it is.
+void SYSMENUTEXT(Form* FORM, int32_t MENUNUMBER)
+{
+    if (const std::optional<QString> text = descriptions::systemCommandText(MENUNUMBER))
+        clsLibrary::instance().STATUSBARCAPTION(FORM, *text, 0);
+}
+
+} // namespace
+
+void clsLibrary::STATUSBARCAPTION(Form* SBFORM, const QString& STATUSTEXT, int16_t MOUSEPOINTERVAL)
+{
+    const QString text = STATUSTEXT.isEmpty() ? STATUSTEXT : STATUSTEXT + QLatin1Char('.');
+    resumeNext([&] {
+        if (platform::StatusBar* bar = controlOf<platform::StatusBar>(SBFORM))
+            bar->setPanelText(1, text);
+    });
+    resumeNext([&] {
+        if (SBFORM)
+            SBFORM->setMousePointer(MOUSEPOINTERVAL);
+    });
+}
+
+void clsLibrary::STATUSTEXTDESC(Form* CURRENTFORM, Form* STATUSFORM, int32_t MENUNUMBER, bool SEPARATOR,
+                                const QString& FILETYPE)
+{
+    // The popup menus and the print preview's menus are their own forms' menus;
+    // any other window describes the menus of the window with the status line.
+    const bool ownMenus = CURRENTFORM && (CURRENTFORM->Name() == QStringLiteral("frmPopup") ||
+                                          CURRENTFORM->Name() == QStringLiteral("frmPPrev"));
+    const zuv::ICOMNU* menus = controlOf<zuv::ICOMNU>(ownMenus ? CURRENTFORM : STATUSFORM);
+    const QString caption = menus ? menus->CAPTION(MENUNUMBER) : QString();
+
+    if (SEPARATOR) {
+        STATUSBARCAPTION(STATUSFORM);
+    } else {
+        // While the print preview is open its own status line describes.
+        if (Form* preview = visiblePreview())
+            STATUSFORM = preview;
+        CAPTIONTEXT(STATUSFORM, caption, FILETYPE);
+    }
+    // A window command has no caption: the line was cleared above and gets its text here.
+    SYSMENUTEXT(STATUSFORM, MENUNUMBER);
+}
+
+void clsLibrary::GETTBARDESCRIPTIONS(Form* form, float X, QToolBar* toolbar, const QString& FILETYPE)
+{
+    if (!toolbar)
+        return;
+    const QList<QAction*> buttons = toolbar->actions();
+    for (QAction* button : buttons) {
+        resumeNext([&] {
+            QWidget* shown = toolbar->widgetForAction(button);
+            if (!shown || shown->isHidden())
+                return;
+            const platform::Twips place(shown);
+            // Strictly inside: a pointer on the very edge of a button describes nothing.
+            if (place.Left() < X && place.Left() + place.Width() > X)
+                CAPTIONTEXT(form, platform::Toolbar::Description(button), FILETYPE);
+        });
+    }
+}
