@@ -33,6 +33,7 @@ frmMain::frmMain() : Form(QStringLiteral("frmMain"))
     createBands();
     createPanes();
     connectEvents();
+    createMenuTracking();
     // The design place of the window, with an inner area of 9675 by 6375 twips.
     const float tx = platform::Screen::TwipsPerPixelX();
     const float ty = platform::Screen::TwipsPerPixelY();
@@ -77,7 +78,7 @@ void frmMain::Form_Load()
         MNUEDITREMOVE->setText(QStringLiteral("&Remove\tCtrl+Del"));
         MNUFILEEXIT->setText(QStringLiteral("E&xit\tAlt+F4"));
     });
-    // The menus get their images from the icon menu component, which attaches here.
+    resumeNext([&] { ICONMENUS(); });
     resumeNext([&] {
         platform::Screen::setMousePointer(11);
         setMousePointer(11);

@@ -16,7 +16,10 @@ class ListView;
 class StatusBar;
 class Toolbar;
 } // namespace platform
+class QTimer;
+
 namespace zuv {
+class ICOMNU;
 class TXTSEP;
 class VBAR;
 } // namespace zuv
@@ -52,6 +55,10 @@ public:
     void SELECTCHK();
 
     void SETTITLE(const QString& FileName = QString());
+    // Gives the menus their images.
+    void ICONMENUS();
+
+    const platform::ImageList* imageList() const override { return &IMGLST; }
 
     // The one filter of the found list.
     static QString picturePattern() { return QStringLiteral("*.bmp;*.jpg;*.gif"); }
@@ -71,6 +78,8 @@ public:
     platform::ListView* LSTSELECTED = nullptr;
     platform::Toolbar* TBARMAIN = nullptr;
     platform::StatusBar* SBMAIN = nullptr;
+    zuv::ICOMNU* ICOMNU = nullptr;
+    QTimer* TMR1 = nullptr;
     QWidget* PICMAIN = nullptr;
     QWidget* PICHEADER = nullptr;
     QWidget* PICBOX = nullptr;
@@ -111,6 +120,11 @@ private:
     void createBands();
     void createPanes();
     void connectEvents();
+
+    // Menu and toolbar descriptions (frmMain_menus.cpp).
+    void createMenuTracking();
+    void TBARMAIN_MouseMove(int Button, int Shift, float X, float Y);
+    void TMR1_Timer();
 
     // The layout of the panes, in twips (frmMain_layout.cpp).
     void stackBands();

@@ -49,7 +49,6 @@ void frmMain::createMenus()
     MNUFILETOP = menuBar()->addMenu(QStringLiteral("&File"));
     MNUFILERUN = MNUFILETOP->addAction(QStringLiteral("&Run Viewer"));
     MNUFILERUN->setShortcut(QKeySequence(Qt::Key_F12));
-    MNUFILERUN->setIcon(IMGLST.image(QStringLiteral("RUN")));
     // Run is on only once the album holds a picture.
     MNUFILERUN->setEnabled(false);
     MNUFILETOP->addSeparator();
@@ -74,6 +73,22 @@ void frmMain::createMenus()
     MNUHELPWEBSITE = MNUHELPTOP->addAction(QStringLiteral("&ZUV Online"));
     MNUHELPTOP->addSeparator();
     MNUHELPABOUT = MNUHELPTOP->addAction(QStringLiteral("&About"));
+
+    // The icon menu names the items by their controls' names.
+    MNUFILERUN->setObjectName(QStringLiteral("MNUFILERUN"));
+    MNUFILEEXIT->setObjectName(QStringLiteral("MNUFILEEXIT"));
+    MNUEDITADD->setObjectName(QStringLiteral("MNUEDITADD"));
+    MNUEDITADDALL->setObjectName(QStringLiteral("MNUEDITADDALL"));
+    MNUEDITREMOVE->setObjectName(QStringLiteral("MNUEDITREMOVE"));
+    MNUEDITREMOVEALL->setObjectName(QStringLiteral("MNUEDITREMOVEALL"));
+    MNUVIEWSTANDARDBAR->setObjectName(QStringLiteral("MNUVIEWSTANDARDBAR"));
+    MNUVIEWSTATUSBAR->setObjectName(QStringLiteral("MNUVIEWSTATUSBAR"));
+    MNUHELPWEBSITE->setObjectName(QStringLiteral("MNUHELPWEBSITE"));
+    MNUHELPABOUT->setObjectName(QStringLiteral("MNUHELPABOUT"));
+    MNUFILETOP->setObjectName(QStringLiteral("MNUFILETOP"));
+    MNUEDITTOP->setObjectName(QStringLiteral("MNUEDITTOP"));
+    MNUVIEWTOP->setObjectName(QStringLiteral("MNUVIEWTOP"));
+    MNUHELPTOP->setObjectName(QStringLiteral("MNUHELPTOP"));
 }
 
 void frmMain::createBands()

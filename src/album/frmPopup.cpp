@@ -2,8 +2,10 @@
 
 #include "album/frmMain.h"
 #include "picinfo/frmProps.h"
+#include "platform/Error.h"
 #include "platform/FolderTree.h"
 #include "platform/ListView.h"
+#include "presentation/ICOMNU.h"
 #include "settings/clsLibrary.h"
 #include "viewer/frmPPrevPhoto.h"
 
@@ -14,36 +16,74 @@
 frmPopup::frmPopup() : Form(QStringLiteral("frmPopup"))
 {
     createMenus();
+    ICOMNU = new zuv::ICOMNU(this);
+    // The popup menus describe their items in the main window's status bar.
+    const auto describe = [this](int32_t number, int32_t, bool separator) {
+        clsLibrary::instance().STATUSTEXTDESC(this, Forms::mainForm(), number, separator,
+                                              QStringLiteral("album"));
+    };
+    const auto clear = [this] { clsLibrary::instance().STATUSTEXTDESC(this, Forms::mainForm(), 0, false); };
+    connect(ICOMNU, &zuv::ICOMNU::ItemReport, this, describe);
+    connect(ICOMNU, &zuv::ICOMNU::ItemReportPlain, this, describe);
+    connect(ICOMNU, &zuv::ICOMNU::StatusResetB, this, clear);
+    connect(ICOMNU, &zuv::ICOMNU::StatusResetC, this, clear);
+    connect(ICOMNU, &zuv::ICOMNU::StatusResetD, this, clear);
+}
+
+void frmPopup::Form_Load()
+{
+    ICONMENUSPOPUP();
+}
+
+// The menus take their images from the main window's image list; Preview, the
+// action of a double click and of Enter, is each menu's default item.
+void frmPopup::ICONMENUSPOPUP()
+{
+    clsLibrary& lib = clsLibrary::instance();
+    frmMain& main = Forms::get<frmMain>();
+    ICOMNU->Attach(this);
+    ICOMNU->setImageList([&main](int32_t index) { return main.IMGLST.image(index + 1); });
+    for (const auto& [item, image] : {std::pair{"MNUSELECTEDCLEAR", "REMOVE"},
+                                      {"MNUSELECTEDCLEARALL", "REMOVE ALL"},
+                                      {"MNUSELECTEDPREVIEW", "PREVIEW"},
+                                      {"MNUFOUNDADD", "ADD"},
+                                      {"MNUFOUNDADDALL", "ADD ALL"},
+                                      {"MNUFOUNDPREVIEW", "PREVIEW"}})
+        lib.ICOMNUSETUP(this, &main, QString::fromLatin1(item), QString::fromLatin1(image));
+    platform::resumeNext([&] { ICOMNU->setItemDefault(QStringLiteral("MNUFOUNDPREVIEW"), true); });
+    platform::resumeNext([&] { ICOMNU->setItemDefault(QStringLiteral("MNUSELECTEDPREVIEW"), true); });
 }
 
 void frmPopup::createMenus()
 {
-    const platform::ImageList& images = Forms::get<frmMain>().IMGLST;
     MNUFOUNDTOP = menuBar()->addMenu(QStringLiteral("&Found Files Popup"));
-    MNUFOUNDPREVIEW = MNUFOUNDTOP->addAction(images.image("PREVIEW"), QStringLiteral("Pre&view..."));
-    MNUFOUNDTOP->addSeparator();
-    MNUFOUNDADD = MNUFOUNDTOP->addAction(images.image("ADD"), QStringLiteral("&Add"));
-    MNUFOUNDADDALL = MNUFOUNDTOP->addAction(images.image("ADD ALL"), QStringLiteral("A&dd All"));
-    MNUFOUNDTOP->addSeparator();
+    MNUFOUNDPREVIEW = MNUFOUNDTOP->addAction(QStringLiteral("Pre&view..."));
+    MNUFOUNDTOP->addSeparator()->setObjectName(QStringLiteral("MNUFOUNDSEP1"));
+    MNUFOUNDADD = MNUFOUNDTOP->addAction(QStringLiteral("&Add"));
+    MNUFOUNDADDALL = MNUFOUNDTOP->addAction(QStringLiteral("A&dd All"));
+    MNUFOUNDTOP->addSeparator()->setObjectName(QStringLiteral("MNUFOUNDsep2"));
     MNUFOUNDPROPS = MNUFOUNDTOP->addAction(QStringLiteral("&Properties..."));
 
     MNUSELECTEDTOP = menuBar()->addMenu(QStringLiteral("&Selected Files Popup"));
-    MNUSELECTEDPREVIEW = MNUSELECTEDTOP->addAction(images.image("PREVIEW"), QStringLiteral("Pre&view..."));
-    MNUSELECTEDTOP->addSeparator();
-    MNUSELECTEDCLEAR = MNUSELECTEDTOP->addAction(images.image("REMOVE"), QStringLiteral("&Remove"));
-    MNUSELECTEDCLEARALL =
-        MNUSELECTEDTOP->addAction(images.image("REMOVE ALL"), QStringLiteral("Re&move All"));
-    MNUSELECTEDTOP->addSeparator();
+    MNUSELECTEDPREVIEW = MNUSELECTEDTOP->addAction(QStringLiteral("Pre&view..."));
+    MNUSELECTEDTOP->addSeparator()->setObjectName(QStringLiteral("MNUSELECTEDSEP1"));
+    MNUSELECTEDCLEAR = MNUSELECTEDTOP->addAction(QStringLiteral("&Remove"));
+    MNUSELECTEDCLEARALL = MNUSELECTEDTOP->addAction(QStringLiteral("Re&move All"));
+    MNUSELECTEDTOP->addSeparator()->setObjectName(QStringLiteral("MNUSELECTEDSEP2"));
     MNUSELECTEDPROPS = MNUSELECTEDTOP->addAction(QStringLiteral("&Properties..."));
 
-    // Preview is each menu's main item, the one a double click and Enter perform.
-    for (auto [menu, main] :
-         {std::pair{MNUFOUNDTOP, MNUFOUNDPREVIEW}, {MNUSELECTEDTOP, MNUSELECTEDPREVIEW}}) {
-        menu->setDefaultAction(main);
-        QFont bold = main->font();
-        bold.setBold(true);
-        main->setFont(bold);
-    }
+    // The icon menu names the items by their controls' names.
+    MNUFOUNDTOP->setObjectName(QStringLiteral("MNUFOUNDTOP"));
+    MNUSELECTEDTOP->setObjectName(QStringLiteral("MNUSELECTEDTOP"));
+    for (auto [action, name] : {std::pair{MNUFOUNDPREVIEW, "MNUFOUNDPREVIEW"},
+                                {MNUFOUNDADD, "MNUFOUNDADD"},
+                                {MNUFOUNDADDALL, "MNUFOUNDADDALL"},
+                                {MNUFOUNDPROPS, "MNUFOUNDPROPS"},
+                                {MNUSELECTEDPREVIEW, "MNUSELECTEDPREVIEW"},
+                                {MNUSELECTEDCLEAR, "MNUSELECTEDCLEAR"},
+                                {MNUSELECTEDCLEARALL, "MNUSELECTEDCLEARALL"},
+                                {MNUSELECTEDPROPS, "MNUSELECTEDPROPS"}})
+        action->setObjectName(QString::fromLatin1(name));
 
     connect(MNUFOUNDPREVIEW, &QAction::triggered, this, &frmPopup::PREVIEWFOUND);
     connect(MNUFOUNDADD, &QAction::triggered, this, [] { Forms::get<frmMain>().ADD(); });

@@ -5,12 +5,19 @@
 class QAction;
 class QMenu;
 
+namespace zuv {
+class ICOMNU;
+}
+
 // The owner of the two context menus of the main window's lists, and of the
 // preview and properties of their current items. Never shown itself.
 class frmPopup : public Form {
     Q_OBJECT
 public:
     frmPopup();
+
+    void Form_Load() override;
+    void ICONMENUSPOPUP();
 
     // Preview of the current item of the found list, and of the album.
     void PREVIEWFOUND();
@@ -28,6 +35,7 @@ public:
     QAction* MNUSELECTEDCLEAR = nullptr;
     QAction* MNUSELECTEDCLEARALL = nullptr;
     QAction* MNUSELECTEDPROPS = nullptr;
+    zuv::ICOMNU* ICOMNU = nullptr;
 
 private:
     void createMenus();

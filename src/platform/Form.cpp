@@ -182,6 +182,25 @@ void Form::Hide()
     hide();
 }
 
+void Form::makeFixedDialog(float innerWidth, float innerHeight)
+{
+    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
+    setFixedSize(toPixelsX(innerWidth), toPixelsY(innerHeight));
+    clientArea()->resize(size());
+}
+
+// A push button is the default button only inside a dialog of the toolkit's own;
+// forms bind the keys themselves.
+void Form::setCloseButton(QPushButton* button)
+{
+    button->setDefault(true);
+    auto* keys = new QAction(button);
+    keys->setShortcuts({Qt::Key_Escape, Qt::Key_Return, Qt::Key_Enter});
+    keys->setShortcutContext(Qt::WindowShortcut);
+    connect(keys, &QAction::triggered, button, &QPushButton::click);
+    addAction(keys);
+}
+
 void Form::setMousePointer(int code)
 {
     pointer_ = code;

@@ -4,6 +4,10 @@
 
 class QPushButton;
 
+namespace platform {
+class ImageList;
+}
+
 #include <functional>
 #include <typeindex>
 #include <unordered_map>
@@ -25,6 +29,9 @@ public:
     virtual void Form_Resize() {}
 
     QString Name() const { return objectName(); }
+
+    // The form's image list (IMGLST), for menus and toolbars; none by default.
+    virtual const platform::ImageList* imageList() const { return nullptr; }
 
     // Outer placement in twips, measured from the screen's top left corner.
     float Left() const;

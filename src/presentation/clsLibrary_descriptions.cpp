@@ -7,6 +7,7 @@
 #include "platform/Toolbar.h"
 #include "platform/Twips.h"
 #include "presentation/CommandDescriptions.h"
+#include "presentation/FormControls.h"
 #include "presentation/ICOMNU.h"
 
 #include <QApplication>
@@ -14,30 +15,9 @@
 #include <algorithm>
 
 using platform::resumeNext;
+using presentation::controlOf;
 
 namespace {
-
-// The form a control belongs to: the nearest form among its parents. A form shown
-// over another may be that form's child, and its controls are still its own.
-const Form* owningForm(const QObject* control)
-{
-    for (const QObject* object = control->parent(); object; object = object->parent())
-        if (const auto* form = qobject_cast<const Form*>(object))
-            return form;
-    return nullptr;
-}
-
-// The form's own control of a type (its status bar, its icon menu control); a
-// form without one gives null.
-template <typename Control> Control* controlOf(const Form* form)
-{
-    if (!form)
-        return nullptr;
-    const QList<Control*> controls = form->findChildren<Control*>();
-    const auto own = std::find_if(controls.begin(), controls.end(),
-                                  [form](const Control* control) { return owningForm(control) == form; });
-    return own == controls.end() ? nullptr : *own;
-}
 
 // The print preview while it is on the screen.
 Form* visiblePreview()

@@ -153,6 +153,22 @@ public:
     // status line. Over no button the line stays as it was.
     void GETTBARDESCRIPTIONS(Form* form, float X, class QToolBar* toolbar, const QString& FILETYPE);
 
+    // --- Icon menus and pointer tracking ----------------------------------------
+    // Gives menu item MENUITEM of ICOMNUFORM's icon menu the image ICON of
+    // IMGLSTFORM's image list, or no image when ICON is empty. An unknown key or
+    // item leaves the item as it was.
+    void ICOMNUSETUP(Form* ICOMNUFORM, Form* IMGLSTFORM, const QString& MENUITEM,
+                     const QString& ICON = QString());
+    // Adds an item to FORMNAME's icon menu at run time and gives it its image.
+    void MENUCREATE(Form* FORMNAME, const QString& CAPTION, const QString& MENUITEM, int32_t ITEM,
+                    int32_t ParentItemNumber, const QString& ICON, bool CHECKED, bool Enabled);
+    // 1 when the pointer is outside the rectangle, in pixels from the form's outer
+    // top left corner, all four edges inside it; else 0.
+    int16_t MOUSEMOVE(Form* FORMNAME, int16_t CONTROLLEFT, int16_t CONTROLRIGHT, int16_t CONTROLTOP,
+                      int16_t CONTROLBOTTOM);
+    int16_t MOUSEMOVEMDI(Form* FORMNAME, int16_t CONTROLLEFT, int16_t CONTROLRIGHT, int16_t CONTROLTOP,
+                         int16_t CONTROLBOTTOM);
+
 private:
     clsLibrary() = default;
     Form* browseForm_ = nullptr;

@@ -452,6 +452,23 @@ private slots:
         QVERIFY(!form->MNUFILERUN->isEnabled());
     }
 
+    void menusShowTheirImagesAndDescribeTheirItems()
+    {
+        TempStore temp;
+        frmMain* form = start();
+        QVERIFY(!form->MNUEDITADD->icon().isNull());
+        QVERIFY(form->MNUVIEWSTATUSBAR->icon().isNull());
+
+        // The pointer on a menu item puts its description in panel 1, with the
+        // word of this window; on a popup menu's item, in the main window too.
+        emit form->MNUEDITTOP->hovered(form->MNUEDITADD);
+        QCOMPARE(form->SBMAIN->panelText(1), QStringLiteral("Add to current album."));
+        frmPopup& popup = Forms::get<frmPopup>();
+        QVERIFY(popup.MNUSELECTEDTOP->defaultAction() == popup.MNUSELECTEDPREVIEW);
+        emit popup.MNUSELECTEDTOP->hovered(popup.MNUSELECTEDCLEAR);
+        QCOMPARE(form->SBMAIN->panelText(1), QStringLiteral("Remove from current album."));
+    }
+
     void toggledBarsAreStoredTogether()
     {
         TempStore temp;
