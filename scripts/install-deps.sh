@@ -8,6 +8,7 @@ packages=(
   qt6-base-dev qt6-image-formats-plugins libgl-dev
   libsqlite3-dev libbenchmark-dev
   clang-format
+  xvfb xdotool x11-apps x11-utils imagemagick python3
 )
 
 missing=()

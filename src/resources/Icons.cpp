@@ -1,42 +1,51 @@
 #include "resources/Icons.h"
 
-#include <QApplication>
-#include <QStyle>
+#include "resources/IconPainter.h"
+
+#include <initializer_list>
 
 namespace resources {
 
 namespace {
 
-struct ThemeImage {
+struct MainImage {
     const char* key;
-    const char* themeName;
-    QStyle::StandardPixmap fallback;
+    Glyph glyph;
 };
 
-constexpr ThemeImage MainImages[] = {
-    {"RUN", "media-playback-start", QStyle::SP_MediaPlay},
-    {"ADD", "list-add", QStyle::SP_ArrowForward},
-    {"ADD ALL", "go-last", QStyle::SP_MediaSeekForward},
-    {"REMOVE", "list-remove", QStyle::SP_ArrowBack},
-    {"REMOVE ALL", "edit-clear-all", QStyle::SP_DialogResetButton},
-    {"PREVIEW", "document-print-preview", QStyle::SP_FileDialogContentsView},
-    {"FILE", "image-x-generic", QStyle::SP_FileIcon},
-    {"ZUV ONLINE", "internet-web-browser", QStyle::SP_DriveNetIcon},
-    {"ABOUT", "help-about", QStyle::SP_MessageBoxInformation},
+constexpr MainImage MainImages[] = {
+    {"RUN", Glyph::Run},
+    {"ADD", Glyph::Add},
+    {"ADD ALL", Glyph::AddAll},
+    {"REMOVE", Glyph::Remove},
+    {"REMOVE ALL", Glyph::RemoveAll},
+    {"PREVIEW", Glyph::Preview},
+    {"FILE", Glyph::File},
+    {"ZUV ONLINE", Glyph::Online},
+    {"ABOUT", Glyph::About},
 };
+
+QIcon drawnIcon(Glyph glyph, std::initializer_list<int> sizes)
+{
+    QIcon icon;
+    for (int size : sizes)
+        icon.addPixmap(paintGlyph(glyph, size));
+    return icon;
+}
 
 } // namespace
 
 platform::ImageList mainImages()
 {
     platform::ImageList images;
-    const QStyle* style = QApplication::style();
-    for (const ThemeImage& image : MainImages) {
-        const QIcon fallback = style ? style->standardIcon(image.fallback) : QIcon();
-        images.add(QString::fromLatin1(image.key),
-                   QIcon::fromTheme(QString::fromLatin1(image.themeName), fallback));
-    }
+    for (const MainImage& image : MainImages)
+        images.add(QString::fromLatin1(image.key), drawnIcon(image.glyph, {16, 32}));
     return images;
+}
+
+QIcon windowIcon()
+{
+    return drawnIcon(Glyph::Program, {16, 32, 48, 64, 128});
 }
 
 } // namespace resources

@@ -2,12 +2,18 @@
 
 #include "platform/ImageList.h"
 
+#include <QIcon>
+
 namespace resources {
 
-// The 16 by 16 images of the main window's toolbar, menus and lists, by key:
-// "RUN", "ADD", "ADD ALL", "REMOVE", "REMOVE ALL", "PREVIEW", "FILE",
-// "ZUV ONLINE", "ABOUT". They come from the desktop's icon theme, so they match
-// the user's other programs, with the toolkit's own images where a theme lacks one.
+// The images of the main window's toolbar, menus and lists, by key and in this
+// order (an image's index counts in it): "RUN", "ADD", "ADD ALL", "REMOVE",
+// "REMOVE ALL", "PREVIEW", "FILE", "ZUV ONLINE", "ABOUT". Each is drawn at 16 by
+// 16 and at 32 by 32 for high-density screens.
 platform::ImageList mainImages();
+
+// The program's own icon, for its windows and the desktop's task bar, drawn at
+// 16, 32, 48, 64 and 128 pixels.
+QIcon windowIcon();
 
 } // namespace resources
