@@ -14,13 +14,17 @@ void frmMain::FTVBROWSE_FolderChanged(const QString& path)
     resumeNext([&] { FLBFOUND.setPath(path); });
     resumeNext([&] { LVWFOUND->ListItems().Clear(); });
     resumeNext([&] { FLBFOUND.setPattern(picturePattern()); });
+    // The rows go into the list in one insertion.
     resumeNext([&] {
+        QList<platform::ListView::NewItem> found;
+        found.reserve(FLBFOUND.ListCount());
         for (int16_t i = 1; i <= FLBFOUND.ListCount(); ++i) {
-            LVWFOUND->ListItems().Add(i, QStringLiteral("M") + QString::number(i), FLBFOUND.List(i - 1),
-                                      QStringLiteral("FILE"));
+            found.append(
+                {QStringLiteral("M") + QString::number(i), FLBFOUND.List(i - 1), QStringLiteral("FILE")});
             if (i == MaxListItems)
                 break;
         }
+        LVWFOUND->ListItems().AddAll(found);
     });
     SETTITLE(path);
     COUNTSHOW();

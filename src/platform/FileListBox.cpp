@@ -21,11 +21,6 @@ namespace {
 
 constexpr qsizetype MaxNames = 32767;
 
-// Closes the directory stream however the listing ends.
-struct DirCloser {
-    void operator()(DIR* dir) const { closedir(dir); }
-};
-
 QString withoutTrailingSeparator(const QString& path)
 {
     QString result = path;
@@ -108,23 +103,19 @@ QStringList sortedNames(std::vector<QByteArray>& raw)
     return sorted;
 }
 
-// The sorted names of the regular, not hidden files of `folder` that match
-// `pattern`. Throws PathNotFound when the folder can't be opened.
-QStringList listFolder(const QString& folder, const QString& pattern)
+// The sorted names of the regular, not hidden files of an open folder that match
+// `pattern`.
+QStringList listFolder(DIR* dir, const QString& pattern)
 {
-    std::unique_ptr<DIR, DirCloser> dir(opendir(encodeFileName(folder).constData()));
-    if (!dir)
-        throw Error(err::PathNotFound);
-
     const std::vector<QByteArray> patterns = splitPatterns(pattern);
     std::vector<QByteArray> raw;
-    while (const dirent* entry = readdir(dir.get())) {
+    while (const dirent* entry = readdir(dir)) {
         // A leading dot hides a file on this desktop; it also covers "." and "..".
         if (entry->d_name[0] == '.')
             continue;
         if (!matchesAny(patterns, entry->d_name))
             continue;
-        if (!isRegularFile(dir.get(), entry))
+        if (!isRegularFile(dir, entry))
             continue;
         raw.emplace_back(entry->d_name);
     }
@@ -133,30 +124,51 @@ QStringList listFolder(const QString& folder, const QString& pattern)
 
 } // namespace
 
+FileListBox::FileListBox() = default;
+FileListBox::~FileListBox() = default;
+
+// Throws PathNotFound when the folder can't be opened.
+FileListBox::Folder FileListBox::open(const QString& folder)
+{
+    Folder dir(opendir(encodeFileName(folder).constData()));
+    if (!dir)
+        throw Error(err::PathNotFound);
+    return dir;
+}
+
+void FileListBox::read() const
+{
+    if (!unread_)
+        return;
+    names_ = listFolder(unread_.get(), pattern_);
+    unread_.reset();
+}
+
 void FileListBox::setPath(const QString& path)
 {
     const QString folder = withoutTrailingSeparator(path);
-    QStringList names = listFolder(folder, pattern_);
+    unread_ = open(folder);
     path_ = folder;
-    names_ = std::move(names);
+    names_.clear();
 }
 
 void FileListBox::setPattern(const QString& pattern)
 {
-    QStringList names;
     if (!path_.isEmpty())
-        names = listFolder(path_, pattern);
+        unread_ = open(path_);
     pattern_ = pattern;
-    names_ = std::move(names);
+    names_.clear();
 }
 
 int16_t FileListBox::ListCount() const
 {
+    read();
     return static_cast<int16_t>(names_.size());
 }
 
 QString FileListBox::List(int i) const
 {
+    read();
     if (i < 0 || i >= names_.size())
         throw Error(err::SubscriptOutOfRange);
     return names_.at(i);
@@ -168,7 +180,8 @@ void FileListBox::Refresh()
         names_.clear();
         return;
     }
-    names_ = listFolder(path_, pattern_);
+    unread_ = open(path_);
+    names_.clear();
 }
 
 } // namespace platform

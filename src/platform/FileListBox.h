@@ -4,13 +4,25 @@
 #include <QStringList>
 
 #include <cstdint>
+#include <dirent.h>
+#include <memory>
 
 namespace platform {
 
 // The hidden file list: the names of the regular files of one folder that match a
 // pattern, sorted by name. Never shown; the found list is filled from it.
+//
+// Setting the folder or the pattern opens the folder at once (and fails there as
+// it always did) but reads it only when the list is first asked for, with the
+// pattern in force then: a change of folder, which sets the folder and then the
+// pattern, reads and sorts a big folder once instead of twice.
 class FileListBox {
 public:
+    FileListBox();
+    ~FileListBox();
+    FileListBox(const FileListBox&) = delete;
+    FileListBox& operator=(const FileListBox&) = delete;
+
     // The folder; always without a trailing separator, except for the root "/".
     // Setting a folder that can't be listed throws Error(PathNotFound) and keeps
     // the old folder and its list.
@@ -31,9 +43,19 @@ public:
     void Refresh();
 
 private:
+    struct DirCloser {
+        void operator()(DIR* dir) const { closedir(dir); }
+    };
+    using Folder = std::unique_ptr<DIR, DirCloser>;
+
+    static Folder open(const QString& folder);
+    // Reads the folder opened last, if it hasn't been read yet.
+    void read() const;
+
     QString path_;
     QString pattern_ = QStringLiteral("*.*");
-    QStringList names_;
+    mutable QStringList names_;
+    mutable Folder unread_; // opened, not read yet
 };
 
 } // namespace platform

@@ -59,12 +59,18 @@ ListView::ListItem ListView::Items::Add(int32_t index, const QString& key, const
 {
     if (index < 1 || index > Count() + 1)
         throw Error(err::SubscriptOutOfRange, QStringLiteral("Index out of bounds"));
-    auto* item = new QTreeWidgetItem({text});
-    item->setData(0, KeyRole, key);
-    if (view_->smallIcons_ && !smallIcon.isEmpty())
-        item->setIcon(0, view_->smallIcons_->image(smallIcon));
+    QTreeWidgetItem* item = view_->newItem(key, text, smallIcon);
     view_->insertTopLevelItem(index - 1, item);
     return ListItem(view_, item);
+}
+
+void ListView::Items::AddAll(const QList<NewItem>& items)
+{
+    QList<QTreeWidgetItem*> made;
+    made.reserve(items.size());
+    for (const NewItem& item : items)
+        made.append(view_->newItem(item.key, item.text, item.smallIcon));
+    view_->addTopLevelItems(made);
 }
 
 ListView::ListItem ListView::Items::Add(const QString& key, const QString& text, const QString& smallIcon)
@@ -90,6 +96,15 @@ int32_t ListView::Items::Count() const
 ListView::ListItem ListView::Items::operator()(int32_t index) const
 {
     return ListItem(view_, view_->itemAt(index));
+}
+
+QTreeWidgetItem* ListView::newItem(const QString& key, const QString& text, const QString& smallIcon) const
+{
+    auto* item = new QTreeWidgetItem({text});
+    item->setData(0, KeyRole, key);
+    if (smallIcons_ && !smallIcon.isEmpty())
+        item->setIcon(0, smallIcons_->image(smallIcon));
+    return item;
 }
 
 QTreeWidgetItem* ListView::itemAt(int32_t index) const

@@ -8,6 +8,7 @@
 
 #include <cerrno>
 #include <fcntl.h>
+#include <mutex>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -15,16 +16,27 @@ namespace platform {
 
 namespace {
 
+using Turn = QImageIOHandler::Transformations;
+
+qint64 nanoseconds(const timespec& time)
+{
+    return qint64(time.tv_sec) * 1000000000 + time.tv_nsec;
+}
+
+FileStamp stampOf(const struct stat& st)
+{
+    return FileStamp{st.st_dev, st.st_ino, st.st_size, nanoseconds(st.st_mtim), nanoseconds(st.st_ctim)};
+}
+
 // Opens the file's own bytes, so that a name that isn't UTF-8 opens too. The open
 // doesn't wait for a writer (a named pipe would block a plain read-only open),
 // and anything but a regular file is turned away before a byte is read.
-int openRegularFile(const QString& path)
+int openRegularFile(const QString& path, struct stat* st)
 {
     const int fd = ::open(encodeFileName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (fd < 0)
         throw Error(errno == ENOENT || errno == ENOTDIR ? err::FileNotFound : err::InvalidPicture);
-    struct stat st;
-    if (::fstat(fd, &st) != 0 || !S_ISREG(st.st_mode)) {
+    if (::fstat(fd, st) != 0 || !S_ISREG(st->st_mode)) {
         ::close(fd);
         throw Error(err::InvalidPicture);
     }
@@ -32,25 +44,150 @@ int openRegularFile(const QString& path)
     return fd;
 }
 
+// The limit is one setting for the whole process; it is set once, so that a
+// decode on a worker thread never reads it while another thread writes it.
+void limitAllocations()
+{
+    static std::once_flag once;
+    std::call_once(once, [] { QImageReader::setAllocationLimit(PictureAllocationLimitMiB); });
+}
+
+// An open picture file with its reader, set up as every load reads pictures. The
+// format comes from the content, never from the name: a picture under another
+// format's extension loads all the same.
+struct PictureFile {
+    QFile file;
+    QImageReader reader;
+    FileStamp stamp;
+
+    explicit PictureFile(const QString& path)
+    {
+        struct stat st;
+        const int fd = openRegularFile(path, &st);
+        if (!file.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
+            ::close(fd);
+            throw Error(err::InvalidPicture);
+        }
+        stamp = stampOf(st);
+        limitAllocations();
+        reader.setDevice(&file);
+        reader.setAutoTransform(true);
+    }
+
+    QImage read()
+    {
+        QImage image;
+        if (!reader.read(&image))
+            throw Error(err::InvalidPicture);
+        return image;
+    }
+};
+
+// Whether a whole picture of this stored size and format passes the decoder's
+// allocation limit, counted as the decoder counts it: whole lines of 32-bit
+// words.
+bool withinAllocationLimit(QSize size, QImage::Format format)
+{
+    const int depth = QImage::toPixelFormat(format).bitsPerPixel();
+    if (depth <= 0)
+        return false;
+    const qint64 bytesPerLine = ((qint64(size.width()) * depth + 31) >> 5) << 2;
+    return bytesPerLine * size.height() <= qint64(PictureAllocationLimitMiB) << 20;
+}
+
+// The orientation maps a stored picture to the upright one by mirroring, then
+// flipping, then turning a quarter clockwise, in that order. These map a pixel
+// rectangle between the two; `stored` is the size before the turn.
+QRect toUpright(const QRect& rect, QSize stored, Turn turn)
+{
+    QRect r = rect;
+    if (turn & QImageIOHandler::TransformationMirror)
+        r.moveLeft(stored.width() - 1 - r.right());
+    if (turn & QImageIOHandler::TransformationFlip)
+        r.moveTop(stored.height() - 1 - r.bottom());
+    if (turn & QImageIOHandler::TransformationRotate90)
+        r = QRect(stored.height() - 1 - r.bottom(), r.left(), r.height(), r.width());
+    return r;
+}
+
+QRect toStored(const QRect& rect, QSize stored, Turn turn)
+{
+    QRect r = rect;
+    if (turn & QImageIOHandler::TransformationRotate90)
+        r = QRect(r.top(), stored.height() - 1 - r.right(), r.height(), r.width());
+    if (turn & QImageIOHandler::TransformationFlip)
+        r.moveTop(stored.height() - 1 - r.bottom());
+    if (turn & QImageIOHandler::TransformationMirror)
+        r.moveLeft(stored.width() - 1 - r.right());
+    return r;
+}
+
+QSize uprightSize(QSize stored, Turn turn)
+{
+    return turn & QImageIOHandler::TransformationRotate90 ? stored.transposed() : stored;
+}
+
+// Decodes only the columns of `wanted`, from its top row to the last row of the
+// stored picture: the decoder then reads the whole file, as a whole decode does,
+// and fails on exactly the same files. Rows are decoded from the first one either
+// way. Returns the rectangle of the upright picture that `image` holds.
+QRect readColumns(PictureFile& picture, const QRect& wanted, QSize stored, Turn turn, QImage* image)
+{
+    QRect source = toStored(wanted, stored, turn);
+    source.setBottom(stored.height() - 1);
+    picture.reader.setClipRect(source);
+    *image = picture.read();
+    return toUpright(source, stored, turn);
+}
+
 } // namespace
 
 QImage LoadPicture(const QString& path)
 {
-    const int fd = openRegularFile(path);
-    QFile file;
-    if (!file.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
-        ::close(fd);
-        throw Error(err::InvalidPicture);
-    }
-    // The format comes from the content, never from the name: a picture under
-    // another format's extension loads all the same.
-    QImageReader reader(&file);
-    reader.setAllocationLimit(PictureAllocationLimitMiB);
-    reader.setAutoTransform(true);
+    PictureFile picture(path);
+    return picture.read();
+}
+
+std::optional<FileStamp> fileStampOf(const QString& path)
+{
+    struct stat st;
+    if (::stat(encodeFileName(path).constData(), &st) != 0)
+        return std::nullopt;
+    return stampOf(st);
+}
+
+PicturePart LoadPicturePart(const QString& path, const std::function<QRect(QSize)>& keep)
+{
+    PictureFile picture(path);
+    QImageReader& reader = picture.reader;
+    PicturePart result;
+    result.stamp = picture.stamp;
+
     QImage image;
-    if (!reader.read(&image))
-        throw Error(err::InvalidPicture);
-    return image;
+    QRect held; // the rectangle of the upright picture that `image` holds
+    const QSize stored = reader.size();
+    // A picture too big for the limit goes the whole way and fails there.
+    if (reader.format() == "jpeg" && !stored.isEmpty() &&
+        withinAllocationLimit(stored, reader.imageFormat())) {
+        const Turn turn = reader.transformation();
+        result.size = uprightSize(stored, turn);
+        result.part = keep(result.size) & QRect(QPoint(), result.size);
+        // Even nothing to keep reads the file through, for its verdict.
+        const QRect columns = result.part.isEmpty() ? QRect(0, 0, 1, 1) : result.part;
+        held = readColumns(picture, columns, stored, turn, &image);
+    } else {
+        image = picture.read();
+        result.size = image.size();
+        result.part = keep(result.size) & image.rect();
+        held = image.rect();
+    }
+    if (result.part.isEmpty())
+        result.image = QImage();
+    else if (result.part == held)
+        result.image = std::move(image);
+    else
+        result.image = image.copy(result.part.translated(-held.topLeft()));
+    return result;
 }
 
 } // namespace platform

@@ -11,9 +11,12 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <pwd.h>
 #include <unistd.h>
+#include <utility>
 #include <vector>
 
 namespace platform {
@@ -57,14 +60,58 @@ Error sqliteError(sqlite3* db, int rc, const QString& what)
     return Error(errorNumberOf(rc, systemErrno), what + QStringLiteral(": ") + QString::fromUtf8(message));
 }
 
-// A prepared statement that finalizes itself.
+// The statements of a connection, prepared once and kept until it closes: the
+// store's statements are small, and preparing one costs more than running it.
+// A statement is found by the address of its text, which is always a literal.
+class StatementCache {
+public:
+    StatementCache() = default;
+    ~StatementCache() { clear(); }
+    StatementCache(const StatementCache&) = delete;
+    StatementCache& operator=(const StatementCache&) = delete;
+
+    // The prepared statement, or nullptr with the reason in *rc. A statement that
+    // fails to prepare (a store without tables yet) is tried again next time.
+    sqlite3_stmt* get(sqlite3* db, const char* sql, int* rc)
+    {
+        for (const auto& [text, stmt] : entries_) {
+            if (text == sql) {
+                *rc = SQLITE_OK;
+                return stmt;
+            }
+        }
+        sqlite3_stmt* stmt = nullptr;
+        *rc = sqlite3_prepare_v3(db, sql, -1, SQLITE_PREPARE_PERSISTENT, &stmt, nullptr);
+        if (*rc == SQLITE_OK && stmt)
+            entries_.emplace_back(sql, stmt);
+        return stmt;
+    }
+
+    // Must run before the connection closes, or it stays open.
+    void clear()
+    {
+        for (const auto& entry : entries_)
+            sqlite3_finalize(entry.second);
+        entries_.clear();
+    }
+
+private:
+    std::vector<std::pair<const char*, sqlite3_stmt*>> entries_;
+};
+
+// One use of a kept statement. It is reset when the use ends, so that no read
+// holds on to its snapshot of the store.
 class Statement {
 public:
-    Statement(sqlite3* db, const char* sql) : db_(db)
+    Statement(StatementCache& cache, sqlite3* db, const char* sql) : db_(db)
     {
-        rc_ = sqlite3_prepare_v2(db, sql, -1, &stmt_, nullptr);
+        stmt_ = cache.get(db, sql, &rc_);
     }
-    ~Statement() { sqlite3_finalize(stmt_); }
+    ~Statement()
+    {
+        if (stmt_)
+            reset();
+    }
     Statement(const Statement&) = delete;
     Statement& operator=(const Statement&) = delete;
 
@@ -123,6 +170,20 @@ private:
     sqlite3_stmt* stmt_ = nullptr;
     int rc_;
 };
+
+// Where each key along a normalised key path ends, the key itself last. Case
+// folding neither makes nor removes a separator, so a path and its folded form
+// name the same keys, each ending at its own place.
+QList<qsizetype> keyEnds(const QString& path)
+{
+    QList<qsizetype> ends;
+    for (qsizetype i = 0; i < path.size(); ++i)
+        if (path.at(i) == QLatin1Char('\\'))
+            ends << i;
+    if (!path.isEmpty())
+        ends << path.size();
+    return ends;
+}
 
 void execute(sqlite3* db, const char* sql, const QString& what)
 {
@@ -183,10 +244,41 @@ sqlite3* openConnection(const QString& path, int flags, OpenFailure* failure)
 
 } // namespace
 
+// A key path in the two forms the store uses: as written (normalised) and case
+// folded, with where each key along it ends in either.
+struct KeyPath {
+    QString given;
+    QString path;
+    QString folded;
+    QList<qsizetype> pathEnds;
+    QList<qsizetype> foldedEnds;
+};
+
 struct Registry::Impl {
     sqlite3* db = nullptr;
+    StatementCache statements;
     bool writable = false;
     bool schemaReady = false;
+    // The key paths used last, ready folded: adding a folder writes the album's
+    // count and then a slot for each of its pictures, and folding the paths anew
+    // each time would cost about as much as the look-up itself.
+    std::array<KeyPath, 4> recentKeys;
+    size_t nextKey = 0;
+
+    const KeyPath& key(const QString& keyPath)
+    {
+        for (const KeyPath& known : recentKeys)
+            if (!known.given.isNull() && known.given == keyPath)
+                return known;
+        KeyPath& made = recentKeys[nextKey];
+        nextKey = (nextKey + 1) % recentKeys.size();
+        made.given = keyPath.isNull() ? QStringLiteral("") : keyPath;
+        made.path = normaliseKeyPath(keyPath);
+        made.folded = fold(made.path);
+        made.pathEnds = keyEnds(made.path);
+        made.foldedEnds = keyEnds(made.folded);
+        return made;
+    }
 
     ~Impl() { close(); }
 
@@ -194,6 +286,7 @@ struct Registry::Impl {
     // database file and removes it.
     void close()
     {
+        statements.clear();
         sqlite3_close_v2(db);
         db = nullptr;
         writable = false;
@@ -258,6 +351,9 @@ struct Registry::Impl {
             // switches it to the write-ahead log, which lets another running
             // program read while this one writes. The mode stays with the file.
             formatVersion();
+            // A new store gets small pages: a write rewrites whole pages into the
+            // log, and a value is small. A store that holds data keeps its size.
+            sqlite3_exec(db, "PRAGMA page_size=1024", nullptr, nullptr, nullptr);
             sqlite3_exec(db, "PRAGMA journal_mode=WAL", nullptr, nullptr, nullptr);
         }
         return db;
@@ -266,7 +362,7 @@ struct Registry::Impl {
     // The format of the store, refusing one newer than this program's.
     int formatVersion()
     {
-        Statement version(db, "PRAGMA user_version");
+        Statement version(statements, db, "PRAGMA user_version");
         if (version.step() != SQLITE_ROW)
             throw sqliteError(db, version.result(), QStringLiteral("Cannot read the settings store"));
         const int found = version.columnInt(0);
@@ -313,7 +409,7 @@ QString Registry::databasePath()
 
 std::optional<RegistryValue> Registry::queryValue(uint32_t root, const QString& keyPath, const QString& name)
 {
-    const QString key = fold(normaliseKeyPath(keyPath));
+    const QString key = impl_->key(keyPath).folded;
     if (root == HKEY_LOCAL_MACHINE) {
         if (key == MachineKey && fold(name) == OwnerValue)
             return RegistryValue{REG_SZ, registeredOwner().toUtf8()};
@@ -325,7 +421,7 @@ std::optional<RegistryValue> Registry::queryValue(uint32_t root, const QString& 
     if (!db)
         return std::nullopt;
     // A store without tables yet fails to prepare: the value is absent.
-    Statement query(db, "SELECT type, data FROM reg_value WHERE key = ?1 AND folded = ?2");
+    Statement query(impl_->statements, db, "SELECT type, data FROM reg_value WHERE key = ?1 AND folded = ?2");
     query.bind(1, key);
     query.bind(2, fold(name));
     if (query.step() != SQLITE_ROW)
@@ -336,11 +432,11 @@ std::optional<RegistryValue> Registry::queryValue(uint32_t root, const QString& 
 QStringList Registry::valueNames(uint32_t root, const QString& keyPath)
 {
     QStringList names;
-    const QString key = fold(normaliseKeyPath(keyPath));
+    const QString key = impl_->key(keyPath).folded;
     sqlite3* db = root == HKEY_CURRENT_USER ? impl_->reader() : nullptr;
     if (!db)
         return names;
-    Statement query(db, "SELECT name FROM reg_value WHERE key = ?1");
+    Statement query(impl_->statements, db, "SELECT name FROM reg_value WHERE key = ?1");
     query.bind(1, key);
     while (query.step() == SQLITE_ROW)
         names << QString::fromUtf8(query.columnBytes(0));
@@ -349,7 +445,7 @@ QStringList Registry::valueNames(uint32_t root, const QString& keyPath)
 
 bool Registry::keyExists(uint32_t root, const QString& keyPath)
 {
-    const QString key = fold(normaliseKeyPath(keyPath));
+    const QString key = impl_->key(keyPath).folded;
     if (root == HKEY_LOCAL_MACHINE)
         return key.isEmpty() || key == MachineKey || MachineKey.startsWith(key + QLatin1Char('\\'));
     if (root != HKEY_CURRENT_USER)
@@ -359,7 +455,7 @@ bool Registry::keyExists(uint32_t root, const QString& keyPath)
     sqlite3* db = impl_->reader();
     if (!db)
         return false;
-    Statement query(db, "SELECT 1 FROM reg_key WHERE folded = ?1");
+    Statement query(impl_->statements, db, "SELECT 1 FROM reg_key WHERE folded = ?1");
     query.bind(1, key);
     return query.step() == SQLITE_ROW;
 }
@@ -376,36 +472,38 @@ void Registry::setValue(uint32_t root, const QString& keyPath, const QString& na
     const QString what = QStringLiteral("Cannot write the settings store");
     // IMMEDIATE takes the write lock at once, so a second program waits here
     // (up to the busy timeout) rather than failing halfway through.
-    execute(db, "BEGIN IMMEDIATE", what);
+    Statement(impl_->statements, db, "BEGIN IMMEDIATE").run(what);
     try {
         impl_->ensureSchema();
 
-        // The key and every missing key above it. A key keeps the spelling it
-        // was created with.
-        Statement addKey(db, "INSERT OR IGNORE INTO reg_key (folded, path) VALUES (?1, ?2)");
-        QString path;
-        for (const QString& component : keyComponents(keyPath)) {
-            if (!path.isEmpty())
-                path += QLatin1Char('\\');
-            path += component;
-            addKey.bind(1, fold(path));
-            addKey.bind(2, path);
+        // The key and every missing key above it, from the key itself upwards. A
+        // key is only ever stored together with all the keys above it, so the
+        // first one found stored ends the climb. A key keeps the spelling it was
+        // created with.
+        const KeyPath key = impl_->key(keyPath);
+        Statement addKey(impl_->statements, db,
+                         "INSERT OR IGNORE INTO reg_key (folded, path) VALUES (?1, ?2)");
+        for (qsizetype i = std::min(key.pathEnds.size(), key.foldedEnds.size()) - 1; i >= 0; --i) {
+            addKey.bind(1, key.folded.left(key.foldedEnds[i]));
+            addKey.bind(2, key.path.left(key.pathEnds[i]));
             addKey.run(what);
+            if (sqlite3_changes(db) == 0)
+                break;
         }
 
         // Like the registry, an existing value keeps the spelling of the name it
         // was first written with; type and data are replaced.
-        Statement set(db,
+        Statement set(impl_->statements, db,
                       "INSERT INTO reg_value (key, folded, name, type, data) VALUES (?1, ?2, ?3, ?4, ?5)"
                       " ON CONFLICT (key, folded) DO UPDATE SET type = excluded.type, data = excluded.data");
-        set.bind(1, fold(path));
+        set.bind(1, key.folded);
         set.bind(2, fold(name));
         set.bind(3, name);
         set.bind(4, value.type);
         set.bind(5, value.data);
         set.run(what);
 
-        execute(db, "COMMIT", what);
+        Statement(impl_->statements, db, "COMMIT").run(what);
     } catch (...) {
         if (!sqlite3_get_autocommit(db))
             sqlite3_exec(db, "ROLLBACK", nullptr, nullptr, nullptr);

@@ -1,4 +1,5 @@
-// The slideshow engine: start, the timed step, what one step shows and where.
+// The slideshow engine: start, the timed step, what one step shows and where, and
+// the pictures decoded ahead for the steps to come.
 #include "viewer/frmScreen.h"
 
 #include "platform/Conversions.h"
@@ -8,6 +9,7 @@
 #include "settings/clsLibrary.h"
 
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QPixmap>
 #include <QScreen>
@@ -33,21 +35,40 @@ QString readAlbum(const QString& key, const QString& item, const QString& defaul
     return clsLibrary::instance().REGSTRREAD(clsLibrary::currentUserKey(), key, item, defaultValue);
 }
 
+int toPixels(float twips, float twipsPerPixel)
+{
+    return qRound(twips / twipsPerPixel);
+}
+
 // A child control placed in twips on the form.
 void setControlLeft(QWidget* control, float twips)
 {
-    control->move(qRound(twips / platform::Screen::TwipsPerPixelX()), control->y());
+    control->move(toPixels(twips, platform::Screen::TwipsPerPixelX()), control->y());
 }
 
 void setControlTop(QWidget* control, float twips)
 {
-    control->move(control->x(), qRound(twips / platform::Screen::TwipsPerPixelY()));
+    control->move(control->x(), toPixels(twips, platform::Screen::TwipsPerPixelY()));
 }
 
 void setControlWidth(QWidget* control, float twips)
 {
-    control->resize(qRound(twips / platform::Screen::TwipsPerPixelX()), control->height());
+    control->resize(toPixels(twips, platform::Screen::TwipsPerPixelX()), control->height());
 }
+
+// Where a picture starts that is centred on the whole screen: an exact halving in
+// twips, negative for a picture larger than the screen.
+float centred(float screenTwips, float pictureTwips)
+{
+    return (screenTwips - pictureTwips) / 2.0f;
+}
+
+// How long the decodes ahead wait for the picture of a step to be painted.
+constexpr int PrefetchFallbackMs = 250;
+
+// What a screen may show beyond the part of a picture it shows at the moment
+// (rounding between twips, pixels and device pixels), in device pixels.
+constexpr int PartMargin = 2;
 
 } // namespace
 
@@ -116,7 +137,7 @@ void frmScreen::SHOWPICTURE()
     bool exists = false;
     resumeNext([&] { exists = clsLibrary::instance().FILEEXISTS(PICPATH); });
     if (exists) {
-        resumeNext([&] { setPicture(platform::LoadPicture(PICPATH)); });
+        resumeNext([&] { setPicture(PICPATH, pictures_->load(PICPATH, visiblePart())); });
         FINDNAME();
     }
     SETCAPTION();
@@ -125,20 +146,88 @@ void frmScreen::SHOWPICTURE()
     // The hourglass of the run command ends here: the pointer is hidden everywhere.
     platform::Screen::setMousePointer(99);
     setMousePointer(99);
+    // Nothing on the screen changes from here.
+    prefetchAround();
 }
 
 // One image pixel on one device pixel: on a scaled screen the pixmap carries the
 // screen's ratio, and the control takes the picture's size in device-independent
-// pixels.
-void frmScreen::setPicture(QImage image)
+// pixels. The control holds only the part of the picture a screen can show.
+void frmScreen::setPicture(const QString& path, platform::PicturePart picture)
 {
-    QPixmap pixmap = QPixmap::fromImage(std::move(image));
-    pixmap.setDevicePixelRatio(devicePixelRatioF());
-    const QSizeF size = pixmap.deviceIndependentSize();
-    IMGMAIN->setPixmap(pixmap);
+    const qreal ratio = devicePixelRatioF();
+    QPixmap pixmap = QPixmap::fromImage(picture.image);
+    pixmap.setDevicePixelRatio(ratio);
+    const QSizeF size = QSizeF(picture.size) / ratio;
+    IMGMAIN->setPart(pixmap, picture.part.topLeft());
     IMGMAIN->resize(qCeil(size.width()), qCeil(size.height()));
     pictureWidth_ = static_cast<float>(size.width()) * platform::Screen::TwipsPerPixelX();
     pictureHeight_ = static_cast<float>(size.height()) * platform::Screen::TwipsPerPixelY();
+    shown_ = std::move(picture);
+    shownPath_ = path;
+}
+
+// The part of a picture of a natural size (device pixels) that the show can put on
+// a screen: the picture centred as PLACECONTROLS centres it, seen through the
+// largest screen there is. The function keeps copies of all it needs, so that the
+// worker can call it.
+PicturePrefetch::Keep frmScreen::visiblePart() const
+{
+    const float screenWidth = platform::Screen::Width();
+    const float screenHeight = platform::Screen::Height();
+    const float tx = platform::Screen::TwipsPerPixelX();
+    const float ty = platform::Screen::TwipsPerPixelY();
+    const qreal ratio = devicePixelRatioF();
+    QSize room = clientArea()->size();
+    for (const QScreen* each : QGuiApplication::screens())
+        room = room.expandedTo(each->size());
+    return [=](QSize natural) {
+        const QSizeF size = QSizeF(natural) / ratio;
+        const int left = toPixels(centred(screenWidth, static_cast<float>(size.width()) * tx), tx);
+        const int top = toPixels(centred(screenHeight, static_cast<float>(size.height()) * ty), ty);
+        const QRectF seen(-left * ratio, -top * ratio, room.width() * ratio, room.height() * ratio);
+        return seen.toAlignedRect().adjusted(-PartMargin, -PartMargin, PartMargin, PartMargin) &
+               QRect(QPoint(), natural);
+    };
+}
+
+// Decodes ahead the pictures that the next step forward and the next step back
+// will ask for, and keeps the one on the screen. Invisible: a failure here only
+// leaves the steps to load their pictures themselves. The worker starts once the
+// step's picture is up, so that it never competes with the step itself.
+void frmScreen::prefetchAround()
+{
+    resumeNext([&] {
+        const int32_t next = PICNUM >= PICCOUNT ? 1 : PICNUM + 1;
+        const int32_t previous = PICNUM <= 1 ? PICCOUNT : PICNUM - 1;
+        QStringList ahead;
+        for (const int32_t slot : {next, previous}) {
+            const QString path = readAlbum(albumSlotsKey(), QString::number(slot), QStringLiteral("1"));
+            if (slot >= 1 && clsLibrary::instance().FILEEXISTS(path))
+                ahead << path;
+        }
+        pictures_->keepAround(PICPATH, ahead, visiblePart());
+    });
+    // The decodes start when the picture has been painted (see connectEvents), or a
+    // little later when nothing is painted.
+    QTimer::singleShot(PrefetchFallbackMs, this, [this] { pictures_->startDecoding(); });
+}
+
+// A screen that has grown may show more of the picture than was decoded: the
+// picture is decoded again from its file, as long as the file is the one it came
+// from, so that the screen shows the same pixels.
+void frmScreen::uncoverPicture()
+{
+    if (shownPath_.isEmpty())
+        return;
+    const PicturePrefetch::Keep keep = visiblePart();
+    if (shown_.part.contains(keep(shown_.size)))
+        return;
+    resumeNext([&] {
+        platform::PicturePart again = platform::LoadPicturePart(shownPath_, keep);
+        if (again.stamp == shown_.stamp)
+            setPicture(shownPath_, std::move(again));
+    });
 }
 
 // The file name without its extension, found from the end of the path. Only
@@ -188,13 +277,14 @@ void frmScreen::PLACECONTROLS()
 {
     setControlWidth(LBLDESC, ScaleWidth());
     setControlTop(LBLDESC, ScaleHeight() - BandHeight);
-    setControlTop(IMGMAIN, (platform::Screen::Height() - pictureHeight_) / 2.0f);
-    setControlLeft(IMGMAIN, (platform::Screen::Width() - pictureWidth_) / 2.0f);
+    setControlTop(IMGMAIN, centred(platform::Screen::Height(), pictureHeight_));
+    setControlLeft(IMGMAIN, centred(platform::Screen::Width(), pictureWidth_));
 }
 
 void frmScreen::Form_Resize()
 {
     PLACECONTROLS();
+    uncoverPicture();
 }
 
 void frmScreen::Form_Unload()

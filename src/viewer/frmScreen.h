@@ -1,13 +1,16 @@
 #pragma once
 
 #include "platform/Form.h"
+#include "platform/Picture.h"
+#include "viewer/PictureLabel.h"
+#include "viewer/PicturePrefetch.h"
 
 #include <QSet>
 #include <QString>
 
 #include <cstdint>
+#include <memory>
 
-class QImage;
 class QLabel;
 class QTimer;
 
@@ -51,7 +54,7 @@ public:
     static constexpr float BandHeight = 540; // twips, whatever the caption
 
     // Controls.
-    QLabel* IMGMAIN = nullptr;
+    PictureLabel* IMGMAIN = nullptr;
     QLabel* LBLDESC = nullptr;
     QTimer* TMRPICS = nullptr;
 
@@ -82,11 +85,20 @@ private:
     void restartTimer();
     void leave();
     QString captionText(bool paused) const;
-    void setPicture(QImage image);
+
+    // The pictures and those decoded ahead.
+    void setPicture(const QString& path, platform::PicturePart picture);
+    PicturePrefetch::Keep visiblePart() const;
+    void prefetchAround();
+    void uncoverPicture();
 
     // The natural size of the picture in IMGMAIN, in twips.
     float pictureWidth_ = 0;
     float pictureHeight_ = 0;
+    // The picture in IMGMAIN and the file it came from.
+    platform::PicturePart shown_;
+    QString shownPath_;
+    std::unique_ptr<PicturePrefetch> pictures_ = std::make_unique<PicturePrefetch>();
     // Keys pressed while the show had the keyboard: only their release counts.
     QSet<int> keysDown_;
 };

@@ -31,7 +31,7 @@ void frmScreen::createControls()
 
     // Mouse events stop at each control, so that a click on the picture or the band
     // isn't a click on the background too.
-    IMGMAIN = new QLabel(clientArea());
+    IMGMAIN = new PictureLabel(clientArea());
     IMGMAIN->setObjectName(QStringLiteral("IMGMAIN"));
     IMGMAIN->setAttribute(Qt::WA_NoMousePropagation);
     IMGMAIN->resize(0, 0);
@@ -76,6 +76,7 @@ void frmScreen::showEvent(QShowEvent* event)
 void frmScreen::connectEvents()
 {
     connect(TMRPICS, &QTimer::timeout, this, &frmScreen::TMRPICS_Timer);
+    connect(IMGMAIN, &PictureLabel::painted, this, [this] { pictures_->startDecoding(); });
 
     // A key acts on its release, and only if it was pressed in the show: the release
     // of the key that started it belongs to the main window.
