@@ -17,6 +17,7 @@ QString Error::textOf(int number)
     case err::OutOfMemory: return QStringLiteral("Out of memory");
     case err::SubscriptOutOfRange: return QStringLiteral("Subscript out of range");
     case err::TypeMismatch: return QStringLiteral("Type mismatch");
+    case err::ObjectNotSet: return QStringLiteral("Object variable or With block variable not set");
     case err::FileNotFound: return QStringLiteral("File not found");
     case err::FileAlreadyExists: return QStringLiteral("File already exists");
     case err::DiskFull: return QStringLiteral("Disk full");
@@ -25,6 +26,9 @@ QString Error::textOf(int number)
     case err::PathNotFound: return QStringLiteral("Path not found");
     case err::InvalidPicture: return QStringLiteral("Invalid picture");
     case err::InvalidPropertyValue: return QStringLiteral("Invalid property value");
+    case err::ObjectDoesntSupport: return QStringLiteral("Object doesn't support this property or method");
+    case err::PrinterError: return QStringLiteral("Printer error");
+    case err::CancelSelected: return QStringLiteral("Cancel was selected.");
     default: return QStringLiteral("Application-defined or object-defined error");
     }
 }

@@ -13,6 +13,7 @@ constexpr int Overflow = 6;
 constexpr int OutOfMemory = 7;
 constexpr int SubscriptOutOfRange = 9;
 constexpr int TypeMismatch = 13;
+constexpr int ObjectNotSet = 91;
 constexpr int FileNotFound = 53;
 constexpr int FileAlreadyExists = 58;
 constexpr int DiskFull = 61;
@@ -21,6 +22,10 @@ constexpr int PathFileAccess = 75;
 constexpr int PathNotFound = 76;
 constexpr int InvalidPicture = 481;
 constexpr int InvalidPropertyValue = 380;
+constexpr int ObjectDoesntSupport = 438;
+constexpr int PrinterError = 482;
+// The common dialog's answer to Cancel when CancelError is set.
+constexpr int CancelSelected = 32755;
 } // namespace err
 
 // A failure of a platform stand-in: the runtime's error number and the text a

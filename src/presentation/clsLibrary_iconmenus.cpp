@@ -1,7 +1,9 @@
-// Icon menus: binding menu items to the images of a form's image list, and the
-// pointer test with which a window finds out that the pointer has left its toolbar.
+// Icon menus: binding menu items to the images of a form's image list, the pointer
+// test with which a window finds out that the pointer has left its toolbar, and
+// the request that centres the next print dialog on the screen.
 #include "settings/clsLibrary.h"
 
+#include "platform/CommonDialog.h"
 #include "platform/Conversions.h"
 #include "platform/Error.h"
 #include "platform/Form.h"
@@ -81,4 +83,14 @@ int16_t clsLibrary::MOUSEMOVEMDI(Form* FORMNAME, int16_t CONTROLLEFT, int16_t CO
     const int32_t x = pointer.x() - pixelsX(platform::toInt32(FORMNAME->Left()));
     const int32_t y = pointer.y() - pixelsY(platform::toInt32(FORMNAME->Top()));
     return outside(x, y, CONTROLLEFT, CONTROLRIGHT, CONTROLTOP, CONTROLBOTTOM);
+}
+
+void clsLibrary::HOOKFRMLOAD()
+{
+    platform::CommonDialog::centreNextDialog(true);
+}
+
+void clsLibrary::HOOKFRMUNLOAD()
+{
+    platform::CommonDialog::centreNextDialog(false);
 }

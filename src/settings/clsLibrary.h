@@ -8,6 +8,11 @@
 class Form;
 class QWidget;
 
+namespace platform {
+class Canvas;
+class PictureSurface;
+} // namespace platform
+
 // The shared service class of the maker's programs: the settings store, file and
 // path services, and (in their own folders) the other services. One instance,
 // reached through clsLibrary::instance(). Operations that belong to another
@@ -168,9 +173,25 @@ public:
                       int16_t CONTROLBOTTOM);
     int16_t MOUSEMOVEMDI(Form* FORMNAME, int16_t CONTROLLEFT, int16_t CONTROLRIGHT, int16_t CONTROLTOP,
                          int16_t CONTROLBOTTOM);
+    // The print dialog that opens next is centred on the screen; HOOKFRMUNLOAD
+    // withdraws a request that no dialog has taken yet.
+    void HOOKFRMLOAD();
+    void HOOKFRMUNLOAD();
+
+    // --- Headers and footers ----------------------------------------------------
+    // Draw a page's header and footer, before its body, as the page setup keeps
+    // them (date, time, title; two fields and the page number PGNO; two rules).
+    // Margins are twips from the sheet's edges. PAGEHEADERFOOTERINFO draws on the
+    // current printer, PAGEHEADERFOOTERINFOPREVIEW on the preview's page surface,
+    // with the few positions that differ between the two.
+    void PAGEHEADERFOOTERINFO(const QString& PGNO, int16_t Left, int16_t Top, int16_t Bottom, int16_t Right);
+    void PAGEHEADERFOOTERINFOPREVIEW(platform::PictureSurface* INCONTROL, const QString& PGNO, int16_t Left,
+                                     int16_t Top, int16_t Bottom, int16_t Right);
 
 private:
     clsLibrary() = default;
+    void drawHeaderFooter(platform::Canvas& device, bool preview, const QString& PGNO, int16_t Left,
+                          int16_t Top, int16_t Bottom, int16_t Right);
     Form* browseForm_ = nullptr;
     QString browseLocation_;
 };

@@ -1,0 +1,128 @@
+#include "platform/PageFormatter.h"
+
+#include "platform/Canvas.h"
+
+#include <QAbstractTextDocumentLayout>
+#include <QPainter>
+#include <QTextBlock>
+#include <QTextDocument>
+#include <QTextLayout>
+
+#include <algorithm>
+
+namespace platform {
+
+namespace {
+
+constexpr double TwipsPerInch = 1440.0;
+
+// Where the layout of one page ends: the first character of the next page, and
+// how far down the layout the page's drawing reaches.
+struct PageEnd {
+    int32_t next;
+    double bottom;
+};
+
+} // namespace
+
+PageFormatter::PageFormatter() : twipsDevice_(1, 1, QImage::Format_RGB32)
+{
+    const int dotsPerMeter = qRound(TwipsPerInch / 0.0254);
+    twipsDevice_.setDotsPerMeterX(dotsPerMeter);
+    twipsDevice_.setDotsPerMeterY(dotsPerMeter);
+}
+
+PageFormatter::~PageFormatter() = default;
+
+void PageFormatter::release()
+{
+    layout_.reset();
+    width_ = -1;
+}
+
+void PageFormatter::layOut(const QTextDocument& source, double width)
+{
+    layout_.reset(source.clone());
+    layout_->setDocumentMargin(0);
+    layout_->documentLayout()->setPaintDevice(&twipsDevice_);
+    layout_->setTextWidth(width);
+    layout_->documentLayout()->documentSize();
+    width_ = width;
+}
+
+int32_t PageFormatter::formatRange(const QTextDocument& source, const FORMATRANGE& range, bool render)
+{
+    // A rectangle without room still takes one line a page, so the walk ends.
+    const double width = std::max(1, range.rc.right - range.rc.left);
+    const double height = std::max(1, range.rc.bottom - range.rc.top);
+    if (!layout_ || width != width_)
+        layOut(source, width);
+
+    const int32_t length = layout_->characterCount() - 1;
+    const int32_t first = std::clamp(range.chrg.cpMin, 0, length);
+    if (first >= length)
+        return length;
+
+    QAbstractTextDocumentLayout* documentLayout = layout_->documentLayout();
+    const QTextBlock firstBlock = layout_->findBlock(first);
+    double pageTop = 0;
+    bool haveTop = false;
+    PageEnd end{length, 0};
+    bool ended = false;
+    for (QTextBlock block = firstBlock; block.isValid() && !ended; block = block.next()) {
+        const QTextLayout* lines = block.layout();
+        if (!lines || lines->lineCount() == 0)
+            continue;
+        const double blockTop = documentLayout->blockBoundingRect(block).top();
+        int index = 0;
+        if (block == firstBlock) {
+            const QTextLine line = lines->lineForTextPosition(first - block.position());
+            index = line.isValid() ? line.lineNumber() : 0;
+        }
+        for (; index < lines->lineCount(); ++index) {
+            const QTextLine line = lines->lineAt(index);
+            const double top = blockTop + line.y();
+            const double bottom = top + line.height();
+            if (!haveTop) {
+                haveTop = true;
+                pageTop = top;
+                if (bottom - pageTop <= height)
+                    continue;
+                // Taller than the whole page: it stands alone, cut at the bottom.
+                const bool lastLine = index + 1 >= lines->lineCount();
+                const QTextBlock after = block.next();
+                end.next = !lastLine         ? block.position() + lines->lineAt(index + 1).textStart()
+                           : after.isValid() ? std::min(after.position(), length)
+                                             : length;
+                end.bottom = pageTop + height;
+                ended = true;
+                break;
+            }
+            if (bottom - pageTop > height) {
+                end = {block.position() + line.textStart(), top};
+                ended = true;
+                break;
+            }
+        }
+    }
+    if (!ended)
+        end.bottom = pageTop + height;
+
+    if (render && range.hdc) {
+        if (QPainter* painter = range.hdc->activePainter()) {
+            painter->save();
+            painter->scale(range.hdc->dpiX() / TwipsPerInch, range.hdc->dpiY() / TwipsPerInch);
+            painter->translate(range.rc.left, range.rc.top - pageTop);
+            const QRectF visible(0, pageTop, width, end.bottom - pageTop);
+            painter->setClipRect(visible, Qt::IntersectClip);
+            QAbstractTextDocumentLayout::PaintContext context;
+            context.clip = visible;
+            context.palette.setColor(QPalette::Text, Qt::black);
+            documentLayout->draw(painter, context);
+            painter->restore();
+        }
+    }
+    return std::max(end.next, first + 1);
+}
+
+} // namespace platform
