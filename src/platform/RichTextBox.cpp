@@ -3,6 +3,7 @@
 #include "platform/Error.h"
 
 #include <QAbstractTextDocumentLayout>
+#include <QRegularExpression>
 #include <QTextBlock>
 #include <QTextDocumentFragment>
 #include <QTextLayout>
@@ -29,7 +30,7 @@ void RichTextBox::setText(const QString& text)
 
 QString RichTextBox::TextRTF() const
 {
-    return toHtml();
+    return withAbsolutePictures(toHtml());
 }
 
 void RichTextBox::setTextRTF(const QString& text)
@@ -43,7 +44,27 @@ void RichTextBox::setTextRTF(const QString& text)
 QString RichTextBox::SelRTF() const
 {
     const QTextCursor cursor = textCursor();
-    return cursor.hasSelection() ? cursor.selection().toHtml() : QString();
+    return cursor.hasSelection() ? withAbsolutePictures(cursor.selection().toHtml()) : QString();
+}
+
+QString RichTextBox::withAbsolutePictures(QString html) const
+{
+    const QUrl base = document()->baseUrl();
+    if (base.isEmpty())
+        return html;
+    static const QRegularExpression source(QStringLiteral("(<img\\b[^>]*\\ssrc=\")([^\"]*)\""));
+    QRegularExpressionMatchIterator matches = source.globalMatch(html);
+    QList<QRegularExpressionMatch> found;
+    while (matches.hasNext())
+        found.append(matches.next());
+    // From the end, so that earlier positions stay valid.
+    for (auto match = found.crbegin(); match != found.crend(); ++match) {
+        const QUrl picture(match->captured(2));
+        if (picture.isRelative())
+            html.replace(match->capturedStart(2), match->capturedLength(2),
+                         base.resolved(picture).toString());
+    }
+    return html;
 }
 
 int32_t RichTextBox::SelStart() const

@@ -9,7 +9,10 @@
 namespace platform {
 
 // A rich text box. Its rich text form (TextRTF, SelRTF) is the document's HTML,
-// which keeps fonts, paragraphs, tables and pictures. Positions count characters
+// which keeps fonts, paragraphs, tables and pictures; pictures named relative to
+// the document's base address are written with their full address, so that the
+// text can be loaded into another box. Pictures that live only in memory (added
+// as resources) don't travel. Positions count characters
 // of the plain text (Text), with one character for each paragraph break.
 class RichTextBox : public QTextEdit {
     Q_OBJECT
@@ -40,6 +43,8 @@ public:
     int32_t LineFromChar(int32_t position) const;
 
 private:
+    QString withAbsolutePictures(QString html) const;
+
     PageFormatter formatter_;
 };
 

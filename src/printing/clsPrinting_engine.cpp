@@ -10,6 +10,8 @@
 #include "printing/frmPPrev.h"
 #include "settings/clsLibrary.h"
 
+#include <algorithm>
+
 using platform::resumeNext;
 using platform::toInt16;
 using platform::toInt32;
@@ -170,7 +172,8 @@ void clsPrinting::PRINTDOCUMENT(Form* FORMNAME, platform::RichTextBox* RICHTEXT1
         }
         // The printer may have changed in the dialog: its page sets the rectangles.
         DEVICESETUP(left, top, right, bottom);
-        const int32_t from = dialog.FromPage;
+        // A dialog never shown holds no range yet: the job starts on page 1.
+        const int32_t from = std::max(dialog.FromPage, 1);
         const int32_t to = dialog.ToPage;
         if (HIDEDIALOG) {
             printer.setCopies(1);

@@ -1,0 +1,312 @@
+// The print engine printing to PDF: page counts, page ranges, margins and the
+// header and footer on paper, checked in the written file with poppler's tools.
+#include "TempStore.h"
+
+#include "platform/App.h"
+#include "platform/CommonDialog.h"
+#include "platform/Printer.h"
+#include "platform/RichTextBox.h"
+#include "printing/clsPrinting.h"
+#include "printing/frmPPrev.h"
+#include "settings/clsLibrary.h"
+
+#include <QApplication>
+#include <QPageLayout>
+#include <QPrinter>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTextBlock>
+#include <QTextCursor>
+
+using platform::CommonDialog;
+using platform::RichTextBox;
+
+namespace {
+
+// The form of a program that prints: a print dialog and a document.
+class Caller : public Form {
+public:
+    Caller() : Form(QStringLiteral("frmCaller"))
+    {
+        CMD1 = new CommonDialog(QStringLiteral("CMD1"), this);
+        document = new RichTextBox(this);
+    }
+    CommonDialog* CMD1;
+    RichTextBox* document;
+};
+
+// Letter, 8.5 × 11 inches: 12240 × 15840 twips. With margins of 1 inch the body
+// is 12960 twips high, which lines of 240 twips (16 pixels of 1/96 inch) fill
+// exactly 54 times.
+constexpr int LinePixels = 16;
+constexpr int LinesOnLetterPage = 54;
+
+// "Line 1" to "Line COUNT", one paragraph each, every line exactly 240 twips high.
+void fillLines(RichTextBox& box, int count)
+{
+    box.clear();
+    QTextCursor cursor(box.document());
+    QTextBlockFormat format;
+    format.setLineHeight(LinePixels, QTextBlockFormat::FixedHeight);
+    format.setTopMargin(0);
+    format.setBottomMargin(0);
+    for (int line = 1; line <= count; ++line) {
+        if (line > 1)
+            cursor.insertBlock();
+        cursor.setBlockFormat(format);
+        cursor.insertText(QStringLiteral("Line %1").arg(line));
+    }
+}
+
+QString runTool(const QString& tool, const QStringList& arguments)
+{
+    QProcess process;
+    process.start(tool, arguments);
+    if (!process.waitForFinished(30000) || process.exitCode() != 0)
+        return QString();
+    return QString::fromUtf8(process.readAllStandardOutput());
+}
+
+int pdfPages(const QString& pdf)
+{
+    const QRegularExpression pages(QStringLiteral("^Pages:\\s+(\\d+)"), QRegularExpression::MultilineOption);
+    const auto match = pages.match(runTool(QStringLiteral("pdfinfo"), {pdf}));
+    return match.hasMatch() ? match.captured(1).toInt() : -1;
+}
+
+// The text of one page (from 1) of a PDF.
+QString pdfPageText(const QString& pdf, int page)
+{
+    return runTool(QStringLiteral("pdftotext"),
+                   {QStringLiteral("-f"), QString::number(page), QStringLiteral("-l"), QString::number(page),
+                    QStringLiteral("-layout"), pdf, QStringLiteral("-")});
+}
+
+// The left and top edge, in points, of the first word WORD on page 1.
+QPointF wordPosition(const QString& pdf, const QString& word)
+{
+    const QString html = runTool(QStringLiteral("pdftotext"),
+                                 {QStringLiteral("-bbox"), QStringLiteral("-f"), QStringLiteral("1"),
+                                  QStringLiteral("-l"), QStringLiteral("1"), pdf, QStringLiteral("-")});
+    const QRegularExpression box(QStringLiteral("<word xMin=\"([\\d.]+)\" yMin=\"([\\d.]+)\"[^>]*>%1</word>")
+                                     .arg(QRegularExpression::escape(word)));
+    const auto match = box.match(html);
+    return match.hasMatch() ? QPointF(match.captured(1).toDouble(), match.captured(2).toDouble())
+                            : QPointF(-1, -1);
+}
+
+void storeMargins(double inches)
+{
+    for (int number = 0; number < 4; ++number)
+        clsLibrary::instance().REGSTRWRITE(
+            clsLibrary::currentUserKey(),
+            clsLibrary::companyKey() + QStringLiteral("\\GLOBAL\\frmPPrev\\Items"),
+            QStringLiteral("Page Margin %1").arg(number), QString::number(inches));
+}
+
+} // namespace
+
+class tst_PrintEngine : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void pageCount_data();
+    void pageCount();
+    void emptyDocumentPrintsHeaderAndFooter();
+    void marginsOnPaperAreWholeInches();
+    void selectionIsTheWholeJob();
+    void pageRangeIsNumberedFromOne();
+    void cancelledDialogPrintsNothing();
+    void pictureTallerThanThePageStandsAlone();
+    void drawRectangleMeasuresFromThePrintableArea();
+
+private:
+    void printAll(RichTextBox* box);
+
+    std::unique_ptr<TempStore> store_;
+    std::unique_ptr<QTemporaryDir> folder_;
+    std::unique_ptr<Caller> caller_;
+    QString pdf_;
+};
+
+void tst_PrintEngine::init()
+{
+    store_ = std::make_unique<TempStore>();
+    folder_ = std::make_unique<QTemporaryDir>();
+    pdf_ = folder_->filePath(QStringLiteral("job.pdf"));
+    platform::Printer& printer = platform::currentPrinter();
+    printer.selectPrinter(QString::fromLatin1(platform::Printer::PdfPrinterName));
+    printer.setOutputFileName(pdf_);
+    printer.device().setPageLayout(
+        QPageLayout(QPageSize(QPageSize::Letter), QPageLayout::Portrait, QMarginsF(0, 0, 0, 0)));
+    caller_ = std::make_unique<Caller>();
+}
+
+void tst_PrintEngine::cleanup()
+{
+    caller_.reset();
+    Forms::unload<frmPPrev>();
+    store_.reset();
+}
+
+void tst_PrintEngine::printAll(RichTextBox* box)
+{
+    clsPrinting::instance().PRINTDOCUMENT(caller_.get(), box, true);
+}
+
+void tst_PrintEngine::pageCount_data()
+{
+    QTest::addColumn<int>("lines");
+    QTest::addColumn<int>("pages");
+    QTest::newRow("empty") << 0 << 1;
+    QTest::newRow("one line") << 1 << 1;
+    // The last line ends exactly on the bottom margin: no second page.
+    QTest::newRow("exactly one page") << LinesOnLetterPage << 1;
+    QTest::newRow("one line more") << LinesOnLetterPage + 1 << 2;
+    QTest::newRow("five pages") << LinesOnLetterPage * 5 << 5;
+}
+
+void tst_PrintEngine::pageCount()
+{
+    QFETCH(int, lines);
+    QFETCH(int, pages);
+    fillLines(*caller_->document, lines);
+    clsPrinting& printing = clsPrinting::instance();
+    printing.INITIALIZEPATH(caller_.get(), caller_->document);
+    printing.GETMARGINS();
+    QCOMPARE(printing.PAGECOUNT(caller_.get(), 0, 1, 1, 1, 1), pages);
+    if (lines > 0) {
+        // The print dialog offers exactly those pages.
+        QCOMPARE(caller_->CMD1->Max, pages);
+        QCOMPARE(caller_->CMD1->ToPage, pages);
+    }
+
+    printAll(caller_->document);
+    QCOMPARE(pdfPages(pdf_), pages);
+    if (lines > 0) {
+        QVERIFY(pdfPageText(pdf_, 1).contains(QStringLiteral("Line 1\n")));
+        QVERIFY(pdfPageText(pdf_, pages).contains(QStringLiteral("Line %1\n").arg(lines)));
+    }
+}
+
+void tst_PrintEngine::emptyDocumentPrintsHeaderAndFooter()
+{
+    // No settings stored at all: every element with its default text.
+    printAll(caller_->document);
+    QCOMPARE(pdfPages(pdf_), 1);
+    const QString page = pdfPageText(pdf_, 1);
+    QVERIFY2(page.contains(QDate::currentDate().toString(QStringLiteral("dd/MM/yyyy"))), qPrintable(page));
+    QVERIFY(page.contains(QRegularExpression(QStringLiteral("\\d{1,2}:\\d\\d:\\d\\d"))));
+    QVERIFY(page.contains(platform::App::Title() + QStringLiteral(" Report.")));
+    QVERIFY(page.contains(QStringLiteral("Untitled")));
+    QVERIFY2(page.contains(QRegularExpression(QStringLiteral("\\s1\\s+Untitled"))), qPrintable(page));
+}
+
+void tst_PrintEngine::marginsOnPaperAreWholeInches()
+{
+    // 1.5 inches: the body stands on 2-inch margins (halves go to the even
+    // number), the header on the fraction, its text 700 twips above 2160.
+    storeMargins(1.5);
+    fillLines(*caller_->document, 3);
+    printAll(caller_->document);
+    const QPointF body = wordPosition(pdf_, QStringLiteral("Line"));
+    QVERIFY2(qAbs(body.x() - 144.0) < 1.0, qPrintable(QString::number(body.x())));
+    QVERIFY2(body.y() > 143.0 && body.y() < 150.0, qPrintable(QString::number(body.y())));
+    const QPointF date = wordPosition(pdf_, QDate::currentDate().toString(QStringLiteral("dd/MM/yyyy")));
+    QVERIFY2(qAbs(date.x() - (2160 + 200) / 20.0) < 1.0, qPrintable(QString::number(date.x())));
+    QVERIFY2(date.y() > (2160 - 700) / 20.0 - 1 && date.y() < (2160 - 700) / 20.0 + 6,
+             qPrintable(QString::number(date.y())));
+}
+
+void tst_PrintEngine::selectionIsTheWholeJob()
+{
+    fillLines(*caller_->document, LinesOnLetterPage * 3);
+    RichTextBox& box = *caller_->document;
+    const QTextBlock first = box.document()->findBlockByNumber(LinesOnLetterPage * 2);
+    box.setSelStart(first.position());
+    box.setSelLength(box.document()->findBlockByNumber(LinesOnLetterPage * 2 + 2).position() -
+                     first.position());
+    printAll(&box);
+    QCOMPARE(caller_->CMD1->Flags, 0x100111);
+    QCOMPARE(pdfPages(pdf_), 1);
+    const QString page = pdfPageText(pdf_, 1);
+    QVERIFY(page.contains(QStringLiteral("Line %1\n").arg(LinesOnLetterPage * 2 + 1)));
+    QVERIFY(!page.contains(QStringLiteral("Line 1\n")));
+}
+
+void tst_PrintEngine::pageRangeIsNumberedFromOne()
+{
+    fillLines(*caller_->document, LinesOnLetterPage * 5);
+    CommonDialog::setNextAnswer([](CommonDialog& dialog) {
+        dialog.FromPage = 2;
+        dialog.ToPage = 2;
+        return true;
+    });
+    clsPrinting::instance().PRINTDOCUMENT(caller_.get(), caller_->document, false);
+    QCOMPARE(pdfPages(pdf_), 1);
+    const QString page = pdfPageText(pdf_, 1);
+    QVERIFY(page.contains(QStringLiteral("Line %1\n").arg(LinesOnLetterPage + 1)));
+    QVERIFY(page.contains(QStringLiteral("Line %1\n").arg(LinesOnLetterPage * 2)));
+    QVERIFY(!page.contains(QStringLiteral("Line %1\n").arg(LinesOnLetterPage * 2 + 1)));
+    QVERIFY2(page.contains(QRegularExpression(QStringLiteral("\\s1\\s+Untitled"))), qPrintable(page));
+    // The range printed is what RTF3 holds; the preview still pages the whole.
+    const QString printed = Forms::get<frmPPrev>().RTF3->Text();
+    QVERIFY(printed.startsWith(QStringLiteral("Line %1\n").arg(LinesOnLetterPage + 1)));
+    QCOMPARE(printed.split(QLatin1Char('\n'), Qt::SkipEmptyParts).size(), LinesOnLetterPage);
+    QCOMPARE(TEXTLEN, int(Forms::get<frmPPrev>().RTF2->Text().size()));
+}
+
+void tst_PrintEngine::cancelledDialogPrintsNothing()
+{
+    fillLines(*caller_->document, 10);
+    const int shown = CommonDialog::shownCount();
+    CommonDialog::setNextAnswer([](CommonDialog&) { return false; });
+    clsPrinting::instance().PRINTDOCUMENT(caller_.get(), caller_->document, false);
+    QCOMPARE(CommonDialog::shownCount(), shown + 1);
+    // The dialog was to open centred on the screen.
+    QVERIFY(CommonDialog::lastCentred());
+    QVERIFY(!QFile::exists(pdf_));
+    QVERIFY(!platform::currentPrinter().documentOpen());
+}
+
+void tst_PrintEngine::pictureTallerThanThePageStandsAlone()
+{
+    // A picture taller than the page between two lines: it gets a page of its
+    // own, cut at the bottom, and the count still ends. The picture is found
+    // beside the document, where its relative name points.
+    RichTextBox& box = *caller_->document;
+    QImage tall(100, 3000, QImage::Format_RGB32);
+    tall.fill(Qt::darkBlue);
+    QVERIFY(tall.save(folder_->filePath(QStringLiteral("tall.png"))));
+    box.setHtml(QStringLiteral("<p>Before</p><p><img src=\"tall.png\"></p><p>After</p>"));
+    box.document()->setBaseUrl(QUrl::fromLocalFile(folder_->filePath(QStringLiteral("doc.html"))));
+    printAll(&box);
+    QCOMPARE(pdfPages(pdf_), 3);
+    QVERIFY(pdfPageText(pdf_, 1).contains(QStringLiteral("Before")));
+    QVERIFY(pdfPageText(pdf_, 3).contains(QStringLiteral("After")));
+}
+
+void tst_PrintEngine::drawRectangleMeasuresFromThePrintableArea()
+{
+    // An unprintable edge of 360 twips (18 points) on each side moves the body's
+    // rectangle up and left by that much.
+    platform::currentPrinter().device().setPageMargins(QMarginsF(18, 18, 18, 18), QPageLayout::Point);
+    fillLines(*caller_->document, 1);
+    clsPrinting& printing = clsPrinting::instance();
+    printing.INITIALIZEPATH(caller_.get(), caller_->document);
+    printing.PAGECOUNT(caller_.get(), 0, 1, 1, 1, 1);
+    const platform::RECT& rect = printing.drawRect();
+    QCOMPARE(rect.left, 1080);
+    QCOMPARE(rect.top, 1080);
+    QCOMPARE(rect.right, 10440);
+    QCOMPARE(rect.bottom, 14040);
+    QCOMPARE(printing.pageRect().right, 12240 - 720);
+}
+
+QTEST_MAIN(tst_PrintEngine)
+#include "tst_printengine.moc"
