@@ -73,7 +73,9 @@ int32_t PageFormatter::formatRange(const QTextDocument& source, const FORMATRANG
         const QTextLayout* lines = block.layout();
         if (!lines || lines->lineCount() == 0)
             continue;
-        const double blockTop = documentLayout->blockBoundingRect(block).top();
+        // The block's rectangle starts at its first line; line positions count
+        // from the layout's origin, above any top margin.
+        const double blockTop = documentLayout->blockBoundingRect(block).top() - lines->boundingRect().top();
         int index = 0;
         if (block == firstBlock) {
             const QTextLine line = lines->lineForTextPosition(first - block.position());
@@ -113,7 +115,10 @@ int32_t PageFormatter::formatRange(const QTextDocument& source, const FORMATRANG
             painter->save();
             painter->scale(range.hdc->dpiX() / TwipsPerInch, range.hdc->dpiY() / TwipsPerInch);
             painter->translate(range.rc.left, range.rc.top - pageTop);
-            const QRectF visible(0, pageTop, width, end.bottom - pageTop);
+            // One device pixel short at the bottom, so the first line of the next
+            // page doesn't show its top edge here when it is rounded upwards.
+            const double pixel = TwipsPerInch / range.hdc->dpiY();
+            const QRectF visible(0, pageTop, width, std::max(0.0, end.bottom - pageTop - pixel));
             painter->setClipRect(visible, Qt::IntersectClip);
             QAbstractTextDocumentLayout::PaintContext context;
             context.clip = visible;
