@@ -123,6 +123,7 @@ private slots:
     void pageRangeIsNumberedFromOne();
     void cancelledDialogPrintsNothing();
     void pictureTallerThanThePageStandsAlone();
+    void longTableBreaksBetweenRows();
     void drawRectangleMeasuresFromThePrintableArea();
 
 private:
@@ -289,6 +290,23 @@ void tst_PrintEngine::pictureTallerThanThePageStandsAlone()
     QCOMPARE(pdfPages(pdf_), 3);
     QVERIFY(pdfPageText(pdf_, 1).contains(QStringLiteral("Before")));
     QVERIFY(pdfPageText(pdf_, 3).contains(QStringLiteral("After")));
+}
+
+void tst_PrintEngine::longTableBreaksBetweenRows()
+{
+    // A table longer than a page goes on over several pages, every row once.
+    QString html = QStringLiteral("<table border=\"1\">");
+    for (int row = 1; row <= 150; ++row)
+        html += QStringLiteral("<tr><td>Row%1</td><td>Cell%1</td></tr>").arg(row);
+    caller_->document->setHtml(html + QStringLiteral("</table>"));
+    printAll(caller_->document);
+    const int pages = pdfPages(pdf_);
+    QVERIFY(pages > 1);
+    QString all;
+    for (int page = 1; page <= pages; ++page)
+        all += pdfPageText(pdf_, page);
+    for (int row = 1; row <= 150; ++row)
+        QCOMPARE(all.count(QRegularExpression(QStringLiteral("\\bRow%1\\b").arg(row))), 1);
 }
 
 void tst_PrintEngine::drawRectangleMeasuresFromThePrintableArea()
