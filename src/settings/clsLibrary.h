@@ -169,6 +169,20 @@ public:
     int16_t MOUSEMOVEMDI(Form* FORMNAME, int16_t CONTROLLEFT, int16_t CONTROLRIGHT, int16_t CONTROLTOP,
                          int16_t CONTROLBOTTOM);
 
+    // --- Message catalogue ----------------------------------------------------
+    // The modal messages of the shared services, addressed by number; statements and
+    // questions have number spaces of their own. FILE1 to FILE3 fill the row's text
+    // (FILE4 is taken and no row uses it). A number with no row shows an empty box
+    // with one OK button and the program's title. Rows 13, 15 and 24 of the
+    // statements sound the warning first.
+    void MESSAGEBOX(int16_t MSGNO, const QString& FILE1 = QString(), const QString& FILE2 = QString(),
+                    const QString& FILE3 = QString(), const QString& FILE4 = QString());
+    // Returns the pressed button's code: 6 Yes, 7 No, 2 Cancel, 1 OK (a row-less number).
+    int32_t MESSAGEBOXFCN(int16_t MSGNO, const QString& FILE1 = QString(), const QString& FILE2 = QString(),
+                          const QString& FILE3 = QString(), const QString& FILE4 = QString());
+    // True when no file of that name exists, or the user says Yes to overwriting it.
+    bool OVERWRITECHK(const QString& FILENAME);
+
 private:
     clsLibrary() = default;
     Form* browseForm_ = nullptr;
