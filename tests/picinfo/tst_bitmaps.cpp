@@ -135,7 +135,7 @@ void tst_bitmaps::builders_data()
     const QList<QRgb> none;
     QTest::newRow("1 short") << 1 << QByteArray(7, 1) << 33 << 1 << true << none;
     QTest::newRow("4 short") << 4 << QByteArray(15, 1) << 9 << 2 << false << none;
-    QTest::newRow("8 short, height negated") << 8 << QByteArray(7, 1) << 3 << -2 << true << none;
+    QTest::newRow("8 short, height negated") << 8 << QByteArray(7, 1) << 4 << -2 << true << none;
     QTest::newRow("16 short") << 16 << QByteArray(15, 1) << 3 << 2 << true << none;
     QTest::newRow("24 short") << 24 << QByteArray(11, 1) << 2 << 2 << true << none;
     QTest::newRow("24 empty") << 24 << QByteArray() << 1 << 1 << true << none;
