@@ -1,12 +1,17 @@
 #pragma once
 
 #include <QByteArray>
+#include <QImage>
 #include <QString>
 
+#include <array>
 #include <cstdint>
 
 class Form;
 class QWidget;
+namespace platform {
+class PictureBox;
+}
 
 namespace platform {
 class Canvas;
@@ -188,10 +193,58 @@ public:
     void PAGEHEADERFOOTERINFOPREVIEW(platform::PictureSurface* INCONTROL, const QString& PGNO, int16_t Left,
                                      int16_t Top, int16_t Bottom, int16_t Right);
 
+    // --- Message catalogue ----------------------------------------------------
+    // The modal messages of the shared services, addressed by number; statements and
+    // questions have number spaces of their own. FILE1 to FILE3 fill the row's text
+    // (FILE4 is taken and no row uses it). A number with no row shows an empty box
+    // with one OK button and the program's title. Rows 13, 15 and 24 of the
+    // statements sound the warning first.
+    void MESSAGEBOX(int16_t MSGNO, const QString& FILE1 = QString(), const QString& FILE2 = QString(),
+                    const QString& FILE3 = QString(), const QString& FILE4 = QString());
+    // Returns the pressed button's code: 6 Yes, 7 No, 2 Cancel, 1 OK (a row-less number).
+    int32_t MESSAGEBOXFCN(int16_t MSGNO, const QString& FILE1 = QString(), const QString& FILE2 = QString(),
+                          const QString& FILE3 = QString(), const QString& FILE4 = QString());
+    // True when no file of that name exists, or the user says Yes to overwriting it.
+    bool OVERWRITECHK(const QString& FILENAME);
+
+    // --- Bitmap builders ------------------------------------------------------
+    // Raw pixel rows in memory into a bitmap, and the bitmap into a picture box. A
+    // caller fills the colour table of an indexed format first, then builds, then
+    // draws. The rows stand as in bitmap files: each padded to a multiple of 4 bytes,
+    // the first row the bottom one, or the top one with ORIENTATION true. 1, 4 and 8
+    // bits per pixel index the format's colour table (the first pixel in the high
+    // bits of a byte); 16 bits are little-endian 5-5-5 (blue in the low bits); the
+    // "24" format has four bytes a pixel: blue, green, red, unused. An array shorter
+    // than the rows demand, or a size that can't be built, leaves BITMAPHANDLE null.
+    void CREATEBMP1(const QByteArray& BYTEARRAY, int32_t BMPWIDTH, int32_t BMPHEIGHT, bool ORIENTATION);
+    void CREATEBMP4(const QByteArray& BITMAPARRAY, int32_t PICWIDTH, int32_t PICHEIGHT, bool ORIENTATION);
+    void CREATEBMP8(const QByteArray& BYTEARRAY, int32_t PICWIDTH, int32_t PICHEIGHT, bool ORIENTATION);
+    void CREATEBMP16(const QByteArray& BYTEARRAY, int32_t PICWIDTH, int32_t PICHEIGHT, bool ORIENTATION);
+    void CREATEBMP24(const QByteArray& BYTEARRAY, int32_t PICWIDTH, int32_t PICHEIGHT, bool ORIENTATION);
+    // Colour tables, kept from call to call (black until filled). The arrays hold
+    // three bytes a colour: red, green, blue. One that has too few colours writes
+    // the entries it has and throws "Subscript out of range".
+    void INITCOLORTBL1(); // black, white
+    void INITCOLORTBL4(const QByteArray& BYTEARRAY);
+    void INITCOLORTBL8(const QByteArray& BYTEARRAY);
+    // The bitmap last built, null while none was.
+    QImage BITMAPHANDLE() const { return bitmapHandle_; }
+    // Clears PICOBJECT and draws the PICWIDTH by PICHEIGHT pixels at the top left of
+    // the last bitmap into it, stretched to the drawing size. SCALEVAL 1 first sizes
+    // the box to the bitmap. A box with a border is drawn at its outer size and grows
+    // by its border, so that the former outer size becomes the inner one; a box
+    // without one is drawn at its size.
+    void DRAWBITMAP(int32_t PICWIDTH, int32_t PICHEIGHT, platform::PictureBox* PICOBJECT, uint8_t SCALEVAL);
+
 private:
     clsLibrary() = default;
     void drawHeaderFooter(platform::Canvas& device, bool preview, const QString& PGNO, int16_t Left,
                           int16_t Top, int16_t Bottom, int16_t Right);
     Form* browseForm_ = nullptr;
     QString browseLocation_;
+    // The colour tables of the indexed formats and the bitmap last built.
+    std::array<QRgb, 2> colorTable1_{};
+    std::array<QRgb, 16> colorTable4_{};
+    std::array<QRgb, 256> colorTable8_{};
+    QImage bitmapHandle_;
 };

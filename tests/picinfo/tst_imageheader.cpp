@@ -1,6 +1,7 @@
 // The header reader on files built byte by byte for each of its rules, on the odd
 // files a folder can hold, and on pictures written by Qt's own image writers.
 
+#include "Bytes.h"
 #include "picinfo/ImageHeader.h"
 #include "platform/Error.h"
 #include "platform/FileNames.h"
@@ -25,14 +26,6 @@ namespace err = platform::err;
 using picinfo::JpegScanLimit;
 
 namespace {
-
-QByteArray bytes(std::initializer_list<int> values)
-{
-    QByteArray result;
-    for (int value : values)
-        result += char(value);
-    return result;
-}
 
 QByteArray be16(int value)
 {
