@@ -9,12 +9,10 @@
 
 class Form;
 class QWidget;
-namespace platform {
-class PictureBox;
-}
 
 namespace platform {
 class Canvas;
+class PictureBox;
 class PictureSurface;
 } // namespace platform
 
