@@ -188,6 +188,13 @@ public:
     void PAGEHEADERFOOTERINFOPREVIEW(platform::PictureSurface* INCONTROL, const QString& PGNO, int16_t Left,
                                      int16_t Top, int16_t Bottom, int16_t Right);
 
+    // --- Page setup ---
+    // Open the page setup modally, on its Page tab or on its Header/Footer tab, with
+    // the hourglass in the main window's status line until the dialog has loaded.
+    // They return once the dialog is closed.
+    void PAGESETUPPAGESHOW();
+    void PAGESETUPHEADFOOTSHOW();
+
 private:
     clsLibrary() = default;
     void drawHeaderFooter(platform::Canvas& device, bool preview, const QString& PGNO, int16_t Left,

@@ -1,0 +1,465 @@
+// The page setup on the file printer: the miniature's arithmetic for the papers
+// and margins a user meets, what OK stores and Cancel doesn't, when OK can be
+// pressed, the header and footer switches, and what is kept for the next opening.
+#include "TempStore.h"
+
+#include "platform/Printer.h"
+#include "platform/Twips.h"
+#include "presentation/SPIN.h"
+#include "printing/PageSettings.h"
+#include "printing/Paper.h"
+#include "printing/frmPSetup.h"
+#include "settings/clsLibrary.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPrinter>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSignalSpy>
+#include <QTabBar>
+#include <QTest>
+#include <QTimer>
+
+namespace {
+
+const QString Absent = QStringLiteral("<absent>");
+
+platform::Printer& printer()
+{
+    return platform::currentPrinter();
+}
+
+frmPSetup& loadSetup()
+{
+    return Forms::get<frmPSetup>();
+}
+
+void choosePaper(frmPSetup& setup, const QString& entry)
+{
+    const int index = setup.CBOPAPER->findText(entry);
+    QVERIFY(index >= 0);
+    setup.CBOPAPER->setCurrentIndex(index);
+}
+
+void setMargins(frmPSetup& setup, const QStringList& margins)
+{
+    setup.UDNLEFT->setText(margins.at(0));
+    setup.UDNRIGHT->setText(margins.at(1));
+    setup.UDNTOP->setText(margins.at(2));
+    setup.UDNBOTTOM->setText(margins.at(3));
+}
+
+QRectF placeOf(QWidget* control)
+{
+    const platform::Twips at = platform::twips(control);
+    return {at.Left(), at.Top(), at.Width(), at.Height()};
+}
+
+// Twips are kept as 32-bit floats: a hundredth of a twip is close enough.
+bool near(const QRectF& actual, const QRectF& expected)
+{
+    const auto close = [](double a, double b) { return qAbs(a - b) < 0.01; };
+    return close(actual.left(), expected.left()) && close(actual.top(), expected.top()) &&
+           close(actual.width(), expected.width()) && close(actual.height(), expected.height());
+}
+
+QString stored(const QString& key, const QString& name)
+{
+    return clsLibrary::instance().REGSTRREAD(clsLibrary::currentUserKey(), key, name, Absent);
+}
+
+} // namespace
+
+class tst_frmPSetup : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void miniature_data();
+    void miniature();
+    void okStoresWhatTheDialogShows();
+    void cancelStoresNothing();
+    void defaultsRedrawOnce();
+    void whatEnablesOk_data();
+    void whatEnablesOk();
+    void partSwitches_data();
+    void partSwitches();
+    void storedSwitchesAtLoading();
+    void nextOpeningKeepsTheLastOk();
+    void paperOutsideTheList();
+    void servicesOpenOnTheirTab_data();
+    void servicesOpenOnTheirTab();
+};
+
+void tst_frmPSetup::init()
+{
+    PSETUPORIENT.clear();
+    PSETUPPAPER.clear();
+    PSETUPPRINTER.clear();
+    printer().selectPrinter(QString::fromLatin1(platform::Printer::PdfPrinterName));
+    printing::setPaperSize(printer(), 1);
+    printing::setOrientation(printer(), printing::Portrait);
+}
+
+void tst_frmPSetup::cleanup()
+{
+    Forms::unload<frmPSetup>();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void tst_frmPSetup::miniature_data()
+{
+    QTest::addColumn<QString>("paper");
+    QTest::addColumn<bool>("landscape");
+    QTest::addColumn<QStringList>("margins"); // left, right, top, bottom
+    QTest::addColumn<QRectF>("sheet");
+    QTest::addColumn<QRectF>("area");
+    QTest::addColumn<QString>("width");
+    QTest::addColumn<QString>("height");
+
+    // Letter portrait is 9 by 12 in whole inches (8.5 + 0.5 rounds up, 11.0 + 0.5
+    // to the even 12): the long side 2635 twips, the short one 2635 / 12 * 9.
+    const QRectF portrait(329.5, 100, 1976, 2635);
+    const QRectF landscape(100, 329.5, 2635, 1976);
+    const QStringList inch = {"1", "1", "1", "1"};
+    // An inch is a ninth of the sheet across and a twelfth down.
+    const QRectF portraitArea(1976.0 / 9 - 15, 2635.0 / 12 - 15, 1976 - 2 * 1976.0 / 9,
+                              2635 - 2 * 2635.0 / 12);
+    const QRectF landscapeArea(2635.0 / 12 - 15, 1976.0 / 9 - 15, 2635 - 2 * 2635.0 / 12,
+                               1976 - 2 * 1976.0 / 9);
+    QTest::newRow("Letter portrait") << "Letter" << false << inch << portrait << portraitArea
+                                     << "Width: 8.50\""
+                                     << "Height: 11.00\"";
+    QTest::newRow("Letter landscape")
+        << "Letter" << true << inch << landscape << landscapeArea << "Width: 11.00\""
+        << "Height: 8.50\"";
+    // A4 rounds to the same proportions as Letter. Its sheet is 595 by 842 points,
+    // as the printer's page description has it: 8.26 by 11.69 inches.
+    QTest::newRow("A4 portrait") << "A4" << false << inch << portrait << portraitArea << "Width: 8.26\""
+                                 << "Height: 11.69\"";
+    QTest::newRow("A4 landscape") << "A4" << true << inch << landscape << landscapeArea << "Width: 11.69\""
+                                  << "Height: 8.26\"";
+    // Legal's 14.0 inches give 14, a half rounding to the even neighbour.
+    QTest::newRow("Legal portrait") << "Legal" << false << inch << QRectF(470.5, 100, 1694, 2635)
+                                    << QRectF(1694.0 / 9 - 15, 2635.0 / 14 - 15, 1694 - 2 * 1694.0 / 9,
+                                              2635 - 2 * 2635.0 / 14)
+                                    << "Width: 8.50\""
+                                    << "Height: 14.00\"";
+    QTest::newRow("margins of 0") << "Letter" << false << QStringList{"0", "0.0", "0", "0"} << portrait
+                                  << QRectF(-15, -15, 1976, 2635) << "Width: 8.50\""
+                                  << "Height: 11.00\"";
+    // A margin text counts as far as it reads as a number.
+    QTest::newRow("margins read as numbers")
+        << "Letter" << false << QStringList{"abc", "2x", "", ".5in"} << portrait
+        << QRectF(-15, -15, 1976 - 2 * 1976.0 / 9, 2635 - 2635.0 / 24) << "Width: 8.50\""
+        << "Height: 11.00\"";
+    // No room across: the area has no width and stays where the last drawing with
+    // room put it, the left margin of 5 inches beside a right one of 1.
+    QTest::newRow("margins wider than the sheet")
+        << "Letter" << false << QStringList{"5", "4.5", "1", "1"} << portrait
+        << QRectF(1976.0 * 5 / 9 - 15, portraitArea.top(), 0, portraitArea.height()) << "Width: 8.50\""
+        << "Height: 11.00\"";
+    QTest::newRow("margins taller than the sheet")
+        << "Letter" << false << QStringList{"1", "1", "6", "6"} << portrait
+        << QRectF(portraitArea.left(), 2635.0 / 2 - 15, portraitArea.width(), 0) << "Width: 8.50\""
+        << "Height: 11.00\"";
+}
+
+void tst_frmPSetup::miniature()
+{
+    QFETCH(QString, paper);
+    QFETCH(bool, landscape);
+    QFETCH(QStringList, margins);
+    QFETCH(QRectF, sheet);
+    QFETCH(QRectF, area);
+
+    TempStore temp;
+    frmPSetup& setup = loadSetup();
+    choosePaper(setup, paper);
+    (landscape ? setup.OPTORIENTLAND : setup.OPTORIENTPORT)->click();
+    setMargins(setup, margins);
+
+    QVERIFY2(near(placeOf(setup.PICPAPER), sheet), qPrintable(QDebug::toString(placeOf(setup.PICPAPER))));
+    QVERIFY2(near(placeOf(setup.SHPAREA), area), qPrintable(QDebug::toString(placeOf(setup.SHPAREA))));
+    QVERIFY(near(placeOf(setup.PICSHADOW), sheet.translated(60, 60)));
+    QTEST(setup.LBLWIDTH->text(), "width");
+    QTEST(setup.LBLHEIGHT->text(), "height");
+    // Any margin can be stored.
+    QVERIFY(setup.BTNOK->isEnabled());
+    // The engine goes on measuring the printer in twips.
+    QCOMPARE(printer().ScaleMode(), int(platform::ScaleTwips));
+}
+
+void tst_frmPSetup::okStoresWhatTheDialogShows()
+{
+    TempStore temp;
+    frmPSetup& setup = loadSetup();
+    choosePaper(setup, QStringLiteral("A5"));
+    setup.OPTORIENTLAND->click();
+    setup.UDNLEFT->setText(QStringLiteral("1.5"));
+    setup.UDNBOTTOM->setText(QStringLiteral("0.25"));
+    setup.TXTHEADTITLE->setText(QStringLiteral("Quarterly"));
+    setup.CHKFOOTPGNO->click();
+    // A part switched off keeps its boxes' values, and OK stores them.
+    setup.CHKHEADER->click();
+    setup.BTNOK->click();
+
+    QVERIFY(!Forms::isLoaded<frmPSetup>());
+    const QString margins = printing::marginsKey();
+    QCOMPARE(stored(margins, QStringLiteral("Page Margin 0")), QStringLiteral("1.5"));
+    QCOMPARE(stored(margins, QStringLiteral("Page Margin 1")), QStringLiteral("1.0"));
+    QCOMPARE(stored(margins, QStringLiteral("Page Margin 2")), QStringLiteral("1.0"));
+    QCOMPARE(stored(margins, QStringLiteral("Page Margin 3")), QStringLiteral("0.25"));
+    const QString header = printing::headerKey();
+    const QString footer = printing::footerKey();
+    QCOMPARE(stored(header, QStringLiteral("Checked")), QStringLiteral("0"));
+    for (const char* name : {"chkTitle", "chkHLine", "chkDate", "chkTime"})
+        QCOMPARE(stored(header, QString::fromLatin1(name)), QStringLiteral("1"));
+    QCOMPARE(stored(footer, QStringLiteral("chkPgNo")), QStringLiteral("0"));
+    for (const char* name : {"chkFLine", "chkField1", "chkField2", "Checked"})
+        QCOMPARE(stored(footer, QString::fromLatin1(name)), QStringLiteral("1"));
+    QCOMPARE(stored(header, QStringLiteral("txtTitle")), QStringLiteral("Quarterly"));
+    QCOMPARE(stored(footer, QStringLiteral("txtField1")), clsLibrary::instance().GETCOMPANYNAME());
+    QCOMPARE(stored(footer, QStringLiteral("txtField2")), QStringLiteral("Untitled"));
+
+    QCOMPARE(PSETUPPAPER, QStringLiteral("11"));
+    QCOMPARE(PSETUPORIENT, QStringLiteral("2"));
+    QCOMPARE(PSETUPPRINTER, QString::fromLatin1(platform::Printer::PdfPrinterName));
+    QCOMPARE(int(printing::paperSize(printer())), 11);
+    QCOMPARE(int(printing::orientation(printer())), int(printing::Landscape));
+}
+
+// The printer keeps what was chosen until the next opening; the store stays as it
+// was: here, not even created.
+void tst_frmPSetup::cancelStoresNothing()
+{
+    TempStore temp;
+    frmPSetup& setup = loadSetup();
+    choosePaper(setup, QStringLiteral("Legal"));
+    setup.OPTORIENTLAND->click();
+    setup.BTNDEFAULTS->click();
+    setup.BTNDEFAULTSHF->click();
+    setup.CHKFOOTER->click();
+    setup.BTNCANCEL->click();
+
+    QVERIFY(!Forms::isLoaded<frmPSetup>());
+    QVERIFY(!QFile::exists(temp.databasePath()));
+    QVERIFY(PSETUPPAPER.isEmpty());
+    QCOMPARE(PSETUPORIENT, QStringLiteral("1"));
+    QCOMPARE(int(printing::paperSize(printer())), 5);
+    QCOMPARE(int(printing::orientation(printer())), int(printing::Landscape));
+}
+
+void tst_frmPSetup::defaultsRedrawOnce()
+{
+    TempStore temp;
+    frmPSetup& setup = loadSetup();
+    setMargins(setup, {"2", "0", "3.5", "0.5"});
+    QSignalSpy drawn(&setup, &frmPSetup::pageDrawn);
+    setup.BTNDEFAULTS->click();
+
+    QCOMPARE(drawn.count(), 1);
+    for (const zuv::SPIN* margin : {setup.UDNLEFT, setup.UDNRIGHT, setup.UDNTOP, setup.UDNBOTTOM})
+        QCOMPARE(margin->text(), QStringLiteral("1.0"));
+    QVERIFY(near(placeOf(setup.SHPAREA),
+                 QRectF(1976.0 / 9 - 15, 2635.0 / 12 - 15, 1976 - 2 * 1976.0 / 9, 2635 - 2 * 2635.0 / 12)));
+}
+
+void tst_frmPSetup::whatEnablesOk_data()
+{
+    QTest::addColumn<std::function<void(frmPSetup&)>>("change");
+    QTest::addColumn<bool>("enabled");
+    using Change = std::function<void(frmPSetup&)>;
+    QTest::newRow("nothing") << Change([](frmPSetup&) {}) << false;
+    QTest::newRow("the other tab") << Change([](frmPSetup& s) { s.TABSTRIP1->setCurrentIndex(1); }) << false;
+    QTest::newRow("second footer field")
+        << Change([](frmPSetup& s) { s.TXTFOOTFIELD2->setText("Draft"); }) << false;
+    QTest::newRow("first footer field")
+        << Change([](frmPSetup& s) { s.TXTFOOTFIELD1->setText("Draft"); }) << true;
+    QTest::newRow("title") << Change([](frmPSetup& s) { s.TXTHEADTITLE->setText("Draft"); }) << true;
+    QTest::newRow("margin") << Change([](frmPSetup& s) { s.UDNTOP->setText("2.0"); }) << true;
+    QTest::newRow("paper") << Change([](frmPSetup& s) { choosePaper(s, "A4"); }) << true;
+    QTest::newRow("orientation") << Change([](frmPSetup& s) { s.OPTORIENTLAND->click(); }) << true;
+    QTest::newRow("printer") << Change([](frmPSetup& s) {
+        s.CBOPRINTERS->activated(s.CBOPRINTERS->findText(platform::Printer::PdfPrinterName));
+    }) << true;
+    QTest::newRow("date switch") << Change([](frmPSetup& s) { s.CHKHEADDATE->click(); }) << true;
+    QTest::newRow("footer switch") << Change([](frmPSetup& s) { s.CHKFOOTER->click(); }) << true;
+}
+
+void tst_frmPSetup::whatEnablesOk()
+{
+    QFETCH(std::function<void(frmPSetup&)>, change);
+    TempStore temp;
+    frmPSetup& setup = loadSetup();
+    QVERIFY(!setup.BTNOK->isEnabled());
+    change(setup);
+    QTEST(setup.BTNOK->isEnabled(), "enabled");
+}
+
+void tst_frmPSetup::partSwitches_data()
+{
+    QTest::addColumn<bool>("header");
+    QTest::newRow("header") << true;
+    QTest::newRow("footer") << false;
+}
+
+// A part switched off disables its boxes and texts and greys its picture; the
+// boxes keep their values, and switching on gives all back.
+void tst_frmPSetup::partSwitches()
+{
+    QFETCH(bool, header);
+    TempStore temp;
+    frmPSetup& setup = loadSetup();
+    QCheckBox* part = header ? setup.CHKHEADER : setup.CHKFOOTER;
+    const QList<QCheckBox*> boxes = header ? QList<QCheckBox*>{setup.CHKHEADTITLE, setup.CHKHEADDATE,
+                                                               setup.CHKHEADTIME, setup.CHKHEADLINE}
+                                           : QList<QCheckBox*>{setup.CHKFOOTFIELD1, setup.CHKFOOTFIELD2,
+                                                               setup.CHKFOOTPGNO, setup.CHKFOOTLINE};
+    const QList<QLineEdit*> texts = header ? QList<QLineEdit*>{setup.TXTHEADTITLE}
+                                           : QList<QLineEdit*>{setup.TXTFOOTFIELD1, setup.TXTFOOTFIELD2};
+    QWidget* picture = header ? setup.PICHEAD : setup.PICFOOT;
+    const QPalette system = QApplication::palette(picture);
+
+    boxes.at(1)->click();
+    part->click();
+    for (QCheckBox* box : boxes)
+        QVERIFY(!box->isEnabled());
+    QCOMPARE(boxes.at(1)->checkState(), Qt::Unchecked);
+    QCOMPARE(boxes.at(0)->checkState(), Qt::Checked);
+    for (QLineEdit* text : texts)
+        QVERIFY(!text->isEnabled());
+    QCOMPARE(picture->palette().color(QPalette::Window), system.color(QPalette::Button));
+    // The other part is left alone.
+    QCheckBox* otherPart = header ? setup.CHKFOOTER : setup.CHKHEADER;
+    QVERIFY(otherPart->isChecked());
+    QVERIFY((header ? setup.CHKFOOTFIELD1 : setup.CHKHEADTITLE)->isEnabled());
+
+    part->click();
+    for (QCheckBox* box : boxes)
+        QVERIFY(box->isEnabled());
+    for (QLineEdit* text : texts)
+        QVERIFY(text->isEnabled());
+    QCOMPARE(picture->palette().color(QPalette::Window), system.color(QPalette::Base));
+}
+
+// The stored switches reach the boxes as a user's clicks would: a part stored off
+// is disabled from the start, and a box stored off hides its part of the picture.
+void tst_frmPSetup::storedSwitchesAtLoading()
+{
+    TempStore temp;
+    clsLibrary& library = clsLibrary::instance();
+    const QString user = clsLibrary::currentUserKey();
+    library.REGSTRWRITE(user, printing::headerKey(), QStringLiteral("Checked"), QStringLiteral("0"));
+    library.REGSTRWRITE(user, printing::headerKey(), QStringLiteral("chkDate"), QStringLiteral("0"));
+    library.REGSTRWRITE(user, printing::footerKey(), QStringLiteral("chkFLine"), QStringLiteral("0"));
+    library.REGSTRWRITE(user, printing::footerKey(), QStringLiteral("txtField2"),
+                        QStringLiteral("report.rtf"));
+    // Not a number: the box keeps its state.
+    library.REGSTRWRITE(user, printing::footerKey(), QStringLiteral("chkPgNo"), QStringLiteral("yes"));
+
+    frmPSetup& setup = loadSetup();
+    QVERIFY(!setup.CHKHEADER->isChecked());
+    QVERIFY(!setup.CHKHEADTITLE->isEnabled());
+    QVERIFY(!setup.TXTHEADTITLE->isEnabled());
+    QVERIFY(!setup.CHKHEADDATE->isChecked());
+    QVERIFY(!setup.TXTHEADDATE->isVisibleTo(setup.PICHEAD));
+    QVERIFY(setup.TXTHEADTIME->isVisibleTo(setup.PICHEAD));
+    QVERIFY(!setup.LNFOOTLINE->isVisibleTo(setup.PICFOOT));
+    QVERIFY(setup.CHKFOOTPGNO->isChecked());
+    QVERIFY(setup.CHKFOOTFIELD1->isEnabled());
+    QCOMPARE(setup.TXTHEADTITLE->text(), QStringLiteral("Vistarro Report."));
+    QCOMPARE(setup.TXTFOOTFIELD2->text(), QStringLiteral("report.rtf"));
+    QVERIFY(!setup.BTNOK->isEnabled());
+}
+
+// OK's orientation and paper are given to the printer again at the next opening,
+// whatever happened to the printer in between.
+void tst_frmPSetup::nextOpeningKeepsTheLastOk()
+{
+    TempStore temp;
+    {
+        frmPSetup& setup = loadSetup();
+        choosePaper(setup, QStringLiteral("Executive"));
+        setup.OPTORIENTLAND->click();
+        setup.BTNOK->click();
+    }
+    cleanup();
+    printing::setPaperSize(printer(), 9);
+    printing::setOrientation(printer(), printing::Portrait);
+
+    frmPSetup& setup = loadSetup();
+    QVERIFY(setup.OPTORIENTLAND->isChecked());
+    QCOMPARE(setup.CBOPAPER->currentText(), QStringLiteral("Executive"));
+    QCOMPARE(int(printing::paperSize(printer())), 261);
+    QCOMPARE(int(printing::orientation(printer())), int(printing::Landscape));
+    QCOMPARE(setup.LBLWIDTH->text(), QStringLiteral("Width: 10.50\""));
+}
+
+// A paper that isn't in the list: nothing is chosen, OK stores "0" as the paper,
+// and the printer keeps its sheet now and at the next opening.
+void tst_frmPSetup::paperOutsideTheList()
+{
+    TempStore temp;
+    QVERIFY(printer().device().setPageSize(QPageSize(QPageSize::A3)));
+    {
+        frmPSetup& setup = loadSetup();
+        QCOMPARE(setup.CBOPAPER->currentIndex(), -1);
+        QCOMPARE(setup.LBLHEIGHT->text(), QStringLiteral("Height: 16.54\""));
+        setup.UDNLEFT->setText(QStringLiteral("2"));
+        setup.BTNOK->click();
+    }
+    QCOMPARE(PSETUPPAPER, QStringLiteral("0"));
+    QCOMPARE(int(printing::paperSize(printer())), 8);
+    cleanup();
+    frmPSetup& setup = loadSetup();
+    QCOMPARE(setup.CBOPAPER->currentIndex(), -1);
+    QCOMPARE(int(printing::paperSize(printer())), 8);
+}
+
+void tst_frmPSetup::servicesOpenOnTheirTab_data()
+{
+    QTest::addColumn<bool>("headerFooter");
+    QTest::newRow("PAGESETUPPAGESHOW") << false;
+    QTest::newRow("PAGESETUPHEADFOOTSHOW") << true;
+}
+
+void tst_frmPSetup::servicesOpenOnTheirTab()
+{
+    QFETCH(bool, headerFooter);
+    TempStore temp;
+    bool pageShown = false;
+    bool headerFooterShown = false;
+    bool modal = false;
+    QTimer::singleShot(0, [&] {
+        frmPSetup& setup = Forms::get<frmPSetup>();
+        pageShown = setup.FRAMPAGE->isVisible();
+        headerFooterShown = setup.FRAMHEADERFOOTER->isVisible();
+        modal = setup.isModal();
+        setup.BTNCANCEL->click();
+    });
+    clsLibrary& library = clsLibrary::instance();
+    if (headerFooter)
+        library.PAGESETUPHEADFOOTSHOW();
+    else
+        library.PAGESETUPPAGESHOW();
+    QVERIFY(modal);
+    QCOMPARE(pageShown, !headerFooter);
+    QCOMPARE(headerFooterShown, headerFooter);
+    QVERIFY(!Forms::isLoaded<frmPSetup>());
+}
+
+int main(int argc, char** argv)
+{
+    QApplication app(argc, argv);
+    tst_frmPSetup test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_frmPSetup.moc"
