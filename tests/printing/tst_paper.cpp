@@ -1,7 +1,6 @@
-// Papers and orientation on the printer: every paper of the list comes back from
-// the printer as the number it was chosen by, the sheet turns with the orientation,
-// and numbers that name no paper leave the printer as it was.
-#include "platform/Canvas.h"
+// Papers on the printer: every paper of the list comes back from the printer as the
+// number it was chosen by, papers outside the list keep a number that chooses them
+// again, and numbers that name nothing leave the printer as it was.
 #include "platform/Error.h"
 #include "platform/Printer.h"
 #include "printing/Paper.h"
@@ -15,26 +14,15 @@ using printing::setPaperSize;
 
 namespace {
 
-platform::Printer& pdfPrinter()
+platform::Printer& printer()
 {
-    platform::Printer& printer = platform::currentPrinter();
-    printer.selectPrinter(QString::fromLatin1(platform::Printer::PdfPrinterName));
-    return printer;
+    return platform::currentPrinter();
 }
 
-QSize sheetPixels(const platform::Printer& printer)
+QSize sheetPixels()
 {
-    return {printer.GetDeviceCaps(platform::PHYSICALWIDTH), printer.GetDeviceCaps(platform::PHYSICALHEIGHT)};
-}
-
-int invalidValue(const std::function<void()>& step)
-{
-    try {
-        step();
-    } catch (const platform::Error& error) {
-        return error.number();
-    }
-    return 0;
+    return {printer().GetDeviceCaps(platform::PHYSICALWIDTH),
+            printer().GetDeviceCaps(platform::PHYSICALHEIGHT)};
 }
 
 } // namespace
@@ -48,23 +36,20 @@ private slots:
     void everyPaperReadsBack();
     void papersOutsideTheList_data();
     void papersOutsideTheList();
-    void numbersThatNameNoPaper_data();
-    void numbersThatNameNoPaper();
-    void userDefinedKeepsTheSheet();
-    void landscapeTurnsTheSheet();
 };
 
 void tst_paper::init()
 {
-    platform::Printer& printer = pdfPrinter();
-    setPaperSize(printer, 1);
-    printing::setOrientation(printer, printing::Portrait);
+    printer().selectPrinter(QString::fromLatin1(platform::Printer::PdfPrinterName));
+    setPaperSize(printer(), 1);
+    printing::setOrientation(printer(), printing::Portrait);
 }
 
 void tst_paper::everyPaperReadsBack_data()
 {
     QTest::addColumn<int>("position");
     QTest::addColumn<int>("number");
+    // In the order of the list, which the numbers stored by OK refer to.
     const std::pair<const char*, int> list[] = {{"Letter", 1},
                                                 {"A4", 9},
                                                 {"Legal", 5},
@@ -91,33 +76,27 @@ void tst_paper::everyPaperReadsBack_data()
         QTest::newRow(list[i].first) << i << list[i].second;
 }
 
-// The list's order and numbers are those the stored paper of the last OK refers to.
 void tst_paper::everyPaperReadsBack()
 {
     QFETCH(int, position);
     QFETCH(int, number);
-    const printing::Paper& paper = printing::papers().at(size_t(position));
-    QCOMPARE(QString::fromLatin1(paper.entry), QString::fromLatin1(QTest::currentDataTag()));
-    QCOMPARE(int(paper.number), number);
-
-    platform::Printer& printer = platform::currentPrinter();
-    setPaperSize(printer, paper.number);
-    QCOMPARE(int(paperSize(printer)), number);
-    if (number != printing::UserDefinedPaper) {
-        const QSize expected = paper.size.sizePixels(printer.device().resolution());
-        QCOMPARE(sheetPixels(printer), expected);
-    }
+    const printing::Paper* row = &printing::papers().at(size_t(position));
+    QCOMPARE(QByteArray(row->entry), QByteArray(QTest::currentDataTag()));
+    QCOMPARE(int(row->number), number);
+    setPaperSize(printer(), row->number);
+    QCOMPARE(int(paperSize(printer())), number);
+    if (number != printing::UserDefinedPaper)
+        QCOMPARE(sheetPixels(), row->size.sizePixels(printer().device().resolution()));
 }
 
 void tst_paper::papersOutsideTheList_data()
 {
     QTest::addColumn<QPageSize>("size");
     QTest::addColumn<int>("number");
-    // A standard paper keeps its Windows number, which the list doesn't show, and
-    // the number chooses that paper again.
-    QTest::newRow("A3") << QPageSize(QPageSize::A3) << 8;
-    // Letter under the toolkit's own name is still Letter, not Banner Letter.
+    QTest::newRow("A3 by its Windows number") << QPageSize(QPageSize::A3) << 8;
+    // Under the toolkit's own name Letter is still Letter, not Banner Letter.
     QTest::newRow("Letter by size") << QPageSize(QPageSize::Letter) << 1;
+    // User Defined, and chosen again it keeps the sheet as it is.
     QTest::newRow("size without a number") << QPageSize(QSizeF(5, 7.7), QPageSize::Inch) << 256;
 }
 
@@ -125,59 +104,16 @@ void tst_paper::papersOutsideTheList()
 {
     QFETCH(QPageSize, size);
     QFETCH(int, number);
-    platform::Printer& printer = platform::currentPrinter();
-    QVERIFY(printer.device().setPageSize(size));
-    const QSize sheet = sheetPixels(printer);
-    QCOMPARE(int(paperSize(printer)), number);
-    if (number == printing::UserDefinedPaper)
-        return;
-    setPaperSize(printer, 9);
-    setPaperSize(printer, int16_t(number));
-    QCOMPARE(sheetPixels(printer), sheet);
-}
-
-void tst_paper::numbersThatNameNoPaper_data()
-{
-    QTest::addColumn<int>("number");
-    QTest::newRow("nothing stored yet") << 0;
-    QTest::newRow("beyond the drivers' numbers") << 999;
-    QTest::newRow("negative") << -1;
-}
-
-void tst_paper::numbersThatNameNoPaper()
-{
-    QFETCH(int, number);
-    platform::Printer& printer = platform::currentPrinter();
-    setPaperSize(printer, 9);
-    QCOMPARE(invalidValue([&] { setPaperSize(printer, int16_t(number)); }),
-             platform::err::InvalidPropertyValue);
-    QCOMPARE(int(paperSize(printer)), 9);
-    QCOMPARE(invalidValue([&] { printing::setOrientation(printer, int16_t(number)); }),
-             platform::err::InvalidPropertyValue);
-    QCOMPARE(int(printing::orientation(printer)), int(printing::Portrait));
-}
-
-void tst_paper::userDefinedKeepsTheSheet()
-{
-    platform::Printer& printer = platform::currentPrinter();
-    setPaperSize(printer, 5);
-    const QSize legal = sheetPixels(printer);
-    setPaperSize(printer, printing::UserDefinedPaper);
-    QCOMPARE(int(paperSize(printer)), int(printing::UserDefinedPaper));
-    QCOMPARE(sheetPixels(printer), legal);
-}
-
-void tst_paper::landscapeTurnsTheSheet()
-{
-    platform::Printer& printer = platform::currentPrinter();
-    setPaperSize(printer, 1);
-    const int dpi = printer.device().resolution();
-    QCOMPARE(sheetPixels(printer), QSize(dpi * 17 / 2, dpi * 11));
-    printing::setOrientation(printer, printing::Landscape);
-    QCOMPARE(int(printing::orientation(printer)), int(printing::Landscape));
-    QCOMPARE(sheetPixels(printer), QSize(dpi * 11, dpi * 17 / 2));
-    // The paper is still the same paper.
-    QCOMPARE(int(paperSize(printer)), 1);
+    QVERIFY(printer().device().setPageSize(size));
+    const QSize sheet = sheetPixels();
+    QCOMPARE(int(paperSize(printer())), number);
+    if (number != printing::UserDefinedPaper)
+        setPaperSize(printer(), 9);
+    setPaperSize(printer(), int16_t(number));
+    QCOMPARE(sheetPixels(), sheet);
+    // The "0" that an OK without a paper stores names none, and leaves the paper.
+    QVERIFY_THROWS_EXCEPTION(platform::Error, setPaperSize(printer(), 0));
+    QCOMPARE(sheetPixels(), sheet);
 }
 
 QTEST_MAIN(tst_paper)
