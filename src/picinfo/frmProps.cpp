@@ -1,5 +1,5 @@
 // The properties dialog: its controls, its life from GETPROPERTIES to Close, and
-// the Picture tab.
+// the Picture tab. The Document tab is in frmProps_document.cpp.
 #include "picinfo/frmProps.h"
 
 #include "picinfo/ImageHeader.h"
@@ -30,8 +30,10 @@ constexpr int Margin = 12;
 
 const QString PlacementGroup = QStringLiteral("GLOBAL");
 const QString PictureType = QStringLiteral("PICTURE");
-// What a Picture box shows until the header reader replaces it.
-const QString NoPictureValue = QStringLiteral("0");
+const QString DocumentType = QStringLiteral("DOCUMENT");
+const QString UntitledType = QStringLiteral("UNTITLED");
+// What a box of the Picture and Document tabs shows until something replaces it.
+const QString NothingYet = QStringLiteral("0");
 
 // A flat, borderless box for display: it can be read and copied from, not changed.
 QLineEdit* displayBox(QWidget* parent, const QString& text)
@@ -135,13 +137,21 @@ void frmProps::createControls()
     FRAMPIC = new QWidget(TABPROPS);
     auto* picture = new QFormLayout(FRAMPIC);
     picture->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
-    TXTPICTYPE = addField(FRAMPIC, QStringLiteral("File type:"), NoPictureValue);
-    TXTPICWIDTH = addField(FRAMPIC, QStringLiteral("Picture width:"), NoPictureValue);
-    TXTPICHEIGHT = addField(FRAMPIC, QStringLiteral("Picture height:"), NoPictureValue);
-    TXTPICPIXELDEPTH = addField(FRAMPIC, QStringLiteral("Pixel depth:"), NoPictureValue);
+    TXTPICTYPE = addField(FRAMPIC, QStringLiteral("File type:"), NothingYet);
+    TXTPICWIDTH = addField(FRAMPIC, QStringLiteral("Picture width:"), NothingYet);
+    TXTPICHEIGHT = addField(FRAMPIC, QStringLiteral("Picture height:"), NothingYet);
+    TXTPICPIXELDEPTH = addField(FRAMPIC, QStringLiteral("Pixel depth:"), NothingYet);
     TABPROPS->addTab(FRAMPIC, QStringLiteral("Picture"));
 
-    // A document's tab comes with the printing subsystem, which counts its pages.
+    FRAMDOCUMENT = new QWidget(TABPROPS);
+    auto* document = new QFormLayout(FRAMDOCUMENT);
+    document->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    TXTDOCPATH = addField(FRAMDOCUMENT, QStringLiteral("File:"), NothingYet);
+    TXTDOCPAGES = addField(FRAMDOCUMENT, QStringLiteral("Pages:"), NothingYet);
+    TXTDOCLINES = addField(FRAMDOCUMENT, QStringLiteral("Lines:"), NothingYet);
+    TXTDOCLEN = addField(FRAMDOCUMENT, QStringLiteral("Characters:"), NothingYet);
+    TXTWORDS = addField(FRAMDOCUMENT, QStringLiteral("Words:"), NothingYet);
+    TABPROPS->addTab(FRAMDOCUMENT, QStringLiteral("Document"));
 
     // Placed in the middle of the screen unless a stored place says otherwise.
     if (const QScreen* screen = QGuiApplication::primaryScreen())
@@ -170,11 +180,24 @@ void frmProps::Form_Load()
     UPDATEINFO(request.path);
     if (request.fileType == PictureType) {
         UPDATEPICINFO(FILEFULLPATH.isEmpty() ? request.path : FILEFULLPATH);
+        TABPROPS->removeTab(TABPROPS->indexOf(FRAMDOCUMENT));
         return;
     }
-    // Any other type shows the General tab alone; a document's own tab and figures
-    // are added here once the printing subsystem can count its pages.
-    TABPROPS->removeTab(TABPROPS->indexOf(FRAMPIC));
+    const auto document = [&] {
+        UPDATEDOCINFO(request.path, request.documentText, request.documentSelection, request.documentBox);
+    };
+    if (request.fileType == DocumentType) {
+        document();
+        TABPROPS->removeTab(TABPROPS->indexOf(FRAMPIC));
+    } else if (request.fileType == UntitledType) {
+        // A document never saved has no file to tell of: the Document tab alone.
+        document();
+        TABPROPS->removeTab(TABPROPS->indexOf(FRAMGENERAL));
+        TABPROPS->removeTab(TABPROPS->indexOf(FRAMPIC));
+    } else {
+        TABPROPS->removeTab(TABPROPS->indexOf(FRAMDOCUMENT));
+        TABPROPS->removeTab(TABPROPS->indexOf(FRAMPIC));
+    }
 }
 
 void frmProps::Form_Unload()

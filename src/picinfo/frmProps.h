@@ -39,14 +39,15 @@ PropertiesRequest& propertiesRequest();
 } // namespace picinfo
 
 // The properties of one file, for display only: what the file system says of it on
-// the General tab, and for a picture what its header says on the Picture tab.
+// the General tab, for a picture what its header says on the Picture tab, and for a
+// text document its pages, lines, characters and words on the Document tab.
 // Opened through clsLibrary::GETPROPERTIES, loaded afresh for every opening and
 // unloaded by Close.
 //
 //  +------------------------------------------+
 //  | PICICON  TXTFILENAME                     |
 //  | +-TABPROPS-----------------------------+ |
-//  | | General | Picture |                  | |
+//  | | General | Picture | Document |       | |
 //  | |  Type:      TXTTYPE                  | |
 //  | |  Location:  TXTLOCATION              | |
 //  | |  Size:      TXTSIZE                  | |
@@ -112,6 +113,12 @@ public:
     QLineEdit* TXTPICWIDTH = nullptr;
     QLineEdit* TXTPICHEIGHT = nullptr;
     QLineEdit* TXTPICPIXELDEPTH = nullptr;
+    QWidget* FRAMDOCUMENT = nullptr;
+    QLineEdit* TXTDOCPATH = nullptr;
+    QLineEdit* TXTDOCPAGES = nullptr;
+    QLineEdit* TXTDOCLINES = nullptr;
+    QLineEdit* TXTDOCLEN = nullptr;
+    QLineEdit* TXTWORDS = nullptr;
     zuv::PANEL* PANEL1 = nullptr;
     QPushButton* BTNCLOSE = nullptr;
 
@@ -131,4 +138,9 @@ private:
     QLineEdit* addField(QWidget* tab, const QString& caption, const QString& text);
     void READFILEINFO();
     void UPDATEPICINFO(const QString& FILEPATH);
+    // The Document tab: the document's path, its pages as the printer lays them out
+    // with the page setup's margins, its lines as RTFBOXSRC wraps them, its
+    // characters and its words. TXTRTFSELSRC isn't used.
+    void UPDATEDOCINFO(const QString& path, const QString& TXTRTFSRC, const QString& TXTRTFSELSRC,
+                       QWidget* RTFBOXSRC);
 };

@@ -109,7 +109,12 @@ int32_t RichTextBox::FormatRange(bool render, const FORMATRANGE* range)
 
 int32_t RichTextBox::LineFromChar(int32_t position) const
 {
-    const QTextDocument* text = document();
+    QTextDocument* text = document();
+    // A box that has never been shown hasn't laid its text out at its width yet
+    // (the toolkit does that at the first resize event, which a hidden box doesn't
+    // get): lay it out now, as showing it would.
+    if (lineWrapMode() == WidgetWidth && text->textWidth() != viewport()->width())
+        text->setTextWidth(viewport()->width());
     text->documentLayout()->documentSize();
     const int32_t target = std::clamp(position, 0, text->characterCount() - 1);
     int32_t line = 0;

@@ -3,11 +3,10 @@
 #include "settings/clsLibrary.h"
 
 #include "platform/App.h"
-#include "platform/CommonDialog.h"
 #include "platform/Conversions.h"
-#include "platform/Form.h"
 #include "platform/PictureSurface.h"
 #include "platform/Printer.h"
+#include "printing/PageSettings.h"
 
 #include <QDateTime>
 
@@ -33,14 +32,6 @@ bool switchOn(const QString& part, const QString& name)
 QString storedText(const QString& part, const QString& name, const QString& fallback)
 {
     return clsLibrary::instance().REGSTRREAD(clsLibrary::currentUserKey(), settingsKey(part), name, fallback);
-}
-
-// The file name that the main window's dialog holds, or "Untitled".
-QString mainFileName()
-{
-    const Form* main = Forms::mainForm();
-    const auto* dialog = main ? main->findChild<platform::CommonDialog*>(QStringLiteral("CMD1")) : nullptr;
-    return dialog && !dialog->FileName.isEmpty() ? dialog->FileName : QStringLiteral("Untitled");
 }
 
 void printAt(platform::Canvas& device, double x, double y, const QString& text)
@@ -116,7 +107,7 @@ void clsLibrary::drawHeaderFooter(platform::Canvas& device, bool preview, const 
         printAt(device, Left + 300, textY, storedText(footer, QStringLiteral("txtField1"), GETCOMPANYNAME()));
     if (field2)
         printAt(device, width - (preview ? 5000 : 4000), textY,
-                storedText(footer, QStringLiteral("txtField2"), mainFileName()));
+                storedText(footer, QStringLiteral("txtField2"), printing::mainFileName()));
     if (pageNumber)
         printAt(device, centred(device, PGNO), textY, PGNO);
 }

@@ -234,6 +234,13 @@ public:
     // without one is drawn at its size.
     void DRAWBITMAP(int32_t PICWIDTH, int32_t PICHEIGHT, platform::PictureBox* PICOBJECT, uint8_t SCALEVAL);
 
+    // --- Page setup ---
+    // Open the page setup modally, on its Page tab or on its Header/Footer tab, with
+    // the hourglass in the main window's status line until the dialog has loaded.
+    // They return once the dialog is closed.
+    void PAGESETUPPAGESHOW();
+    void PAGESETUPHEADFOOTSHOW();
+
 private:
     clsLibrary() = default;
     void drawHeaderFooter(platform::Canvas& device, bool preview, const QString& PGNO, int16_t Left,

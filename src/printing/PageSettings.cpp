@@ -1,0 +1,36 @@
+#include "printing/PageSettings.h"
+
+#include "platform/CommonDialog.h"
+#include "platform/Form.h"
+#include "settings/clsLibrary.h"
+
+namespace printing {
+
+QString marginsKey()
+{
+    return clsLibrary::companyKey() + QStringLiteral("\\GLOBAL\\frmPPrev\\Items");
+}
+
+QString marginName(int number)
+{
+    return QStringLiteral("Page Margin %1").arg(number);
+}
+
+QString headerKey()
+{
+    return clsLibrary::programKey() + QStringLiteral("\\frmPPrev\\Items\\Header");
+}
+
+QString footerKey()
+{
+    return clsLibrary::programKey() + QStringLiteral("\\frmPPrev\\Items\\Footer");
+}
+
+QString mainFileName()
+{
+    const Form* main = Forms::mainForm();
+    const auto* dialog = main ? main->findChild<platform::CommonDialog*>(QStringLiteral("CMD1")) : nullptr;
+    return dialog && !dialog->FileName.isEmpty() ? dialog->FileName : QStringLiteral("Untitled");
+}
+
+} // namespace printing
