@@ -149,8 +149,11 @@ void frmPPrev::createToolStrip()
     row->addWidget(LBLZOOM);
     CBOPGZOOM = new platform::ComboBox(FRAMTBAR);
     CBOPGZOOM->setObjectName(QStringLiteral("CBOPGZOOM"));
+    // 1335 twips, or what the toolkit's list needs to show "Whole Page" whole.
+    CBOPGZOOM->setMinimumContentsLength(int(QStringLiteral("Whole Page").size()));
+    CBOPGZOOM->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     twips(CBOPGZOOM).setWidth(1335);
-    CBOPGZOOM->setFixedWidth(CBOPGZOOM->width());
+    CBOPGZOOM->setFixedWidth(std::max(CBOPGZOOM->width(), CBOPGZOOM->sizeHint().width()));
     row->addWidget(CBOPGZOOM);
     row->addStretch(1);
 
@@ -217,7 +220,7 @@ void frmPPrev::createWorkArea()
 // as tall as a scroll bar and 45 twips, the room that the layout leaves for it.
 void frmPPrev::createStatusBar()
 {
-    SBMAIN = new platform::StatusBar({1000, 2300, 90, 850, 600, 300, 600}, clientArea());
+    SBMAIN = new platform::StatusBar({1150, 2000, 60, 900, 500, 300, 500}, clientArea());
     SBMAIN->setObjectName(QStringLiteral("SBMAIN"));
     twips(SBMAIN).setHeight(twips(SCRHBAR).Height() + 45);
     SBMAIN->setPanelText(2, QStringLiteral("Paper Size:"));

@@ -321,6 +321,34 @@ private slots:
         });
     }
 
+    void toolbarDescriptions_data()
+    {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("description");
+        QTest::newRow("print") << "PRINT"
+                               << "Print the current document.";
+        QTest::newRow("next page") << "NEXT PAGE"
+                                   << "Show the next page.";
+        QTest::newRow("zoom in") << "ZOOM IN"
+                                 << "Zoom in to document.";
+        QTest::newRow("first page, off on page 1") << "FIRST PAGE"
+                                                   << "Show the first page.";
+    }
+
+    // The pointer over a button of the bar, on or off, describes its command in the
+    // preview's own status bar.
+    void toolbarDescriptions()
+    {
+        QFETCH(QString, key);
+        QFETCH(QString, description);
+        preview(lines(200), [&](frmPPrev& form) {
+            QWidget* button = form.TBARMAIN->widgetForAction(form.TBARMAIN->Buttons(key));
+            QTest::mouseMove(button, button->rect().center() - QPoint(2, 0));
+            QTest::mouseMove(button, button->rect().center());
+            QTRY_COMPARE(form.SBMAIN->panelText(1), description);
+        });
+    }
+
     void onePage_data()
     {
         QTest::addColumn<QString>("text");
