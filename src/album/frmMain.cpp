@@ -2,6 +2,7 @@
 
 #include "about/frmAbout.h"
 #include "album/frmPopup.h"
+#include "printing/frmPPrev.h"
 #include "viewer/frmPPrevPhoto.h"
 
 #include "platform/App.h"
@@ -134,8 +135,8 @@ void frmMain::Form_Unload()
         writeSetting(preferencesKey(), QStringLiteral("Splitter Bar top"),
                      platform::floatText(twips(PICBAR1).Top()));
     });
-    // The print preview is unloaded after the picture preview once it exists.
     Forms::unload<frmPPrevPhoto>();
+    Forms::unload<frmPPrev>();
     Forms::unload<frmAbout>();
     Forms::unload<frmPopup>();
     Forms::unload<frmScreen>();

@@ -39,7 +39,12 @@ Form::Form(const QString& name, QWidget* parent) : QMainWindow(parent)
     client->installEventFilter(this);
 }
 
-Form::~Form() = default;
+// A form shown modally over another becomes that window's child and goes with it
+// when it is destroyed; it must not stay behind in the registry.
+Form::~Form()
+{
+    Forms::forget(this);
+}
 
 // Outer geometry: frameGeometry once the window has a frame, else the widget's
 // own geometry (offscreen and before the first show they are the same).
@@ -270,6 +275,13 @@ void Forms::unload(std::type_index type)
     form->hide();
     // The form may be unloading from inside one of its own handlers.
     form->deleteLater();
+}
+
+void Forms::forget(Form* form)
+{
+    std::erase_if(registry(), [form](const auto& entry) { return entry.second == form; });
+    if (form == mainForm_)
+        mainForm_ = nullptr;
 }
 
 void Forms::unload(Form* form)

@@ -114,6 +114,9 @@ public:
     static void setMainForm(Form* form) { mainForm_ = form; }
 
 private:
+    friend class Form;
+    // A form destroyed with its owner, while still loaded, leaves the registry.
+    static void forget(Form* form);
     static Form* find(std::type_index type);
     static void load(std::type_index type, Form* form);
     static void unload(std::type_index type);

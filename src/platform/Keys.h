@@ -9,6 +9,14 @@
 namespace platform {
 
 constexpr int vbKeyReturn = 13;
+constexpr int vbKeyPageUp = 33;
+constexpr int vbKeyPageDown = 34;
+constexpr int vbKeyEnd = 35;
+constexpr int vbKeyHome = 36;
+constexpr int vbKeyLeft = 37;
+constexpr int vbKeyUp = 38;
+constexpr int vbKeyRight = 39;
+constexpr int vbKeyDown = 40;
 constexpr int vbKeyInsert = 45;
 constexpr int vbKeyDelete = 46;
 constexpr int vbKeyApps = 93;

@@ -3,6 +3,9 @@
 #include "platform/Error.h"
 #include "platform/ImageList.h"
 
+#include <QActionEvent>
+#include <QCoreApplication>
+#include <QMouseEvent>
 #include <QToolButton>
 
 namespace platform {
@@ -31,6 +34,34 @@ QAction* Toolbar::addButton(const QString& key, const QString& description, cons
     widgetForAction(button)->setObjectName(key);
     connect(button, &QAction::triggered, this, [this, key] { emit ButtonClick(key); });
     return button;
+}
+
+// The toolkit throws away a move without buttons over a widget that doesn't track
+// the pointer, instead of passing it to the parent. The bar's items track it and
+// leave it unhandled, so it goes on to the bar.
+void Toolbar::actionEvent(QActionEvent* event)
+{
+    QToolBar::actionEvent(event);
+    if (event->type() != QEvent::ActionAdded)
+        return;
+    if (QWidget* item = widgetForAction(event->action())) {
+        item->setMouseTracking(true);
+        item->installEventFilter(this);
+    }
+}
+
+// A disabled button keeps the moves over it to itself; the bar is told of them
+// all the same.
+bool Toolbar::eventFilter(QObject* watched, QEvent* event)
+{
+    auto* item = qobject_cast<QWidget*>(watched);
+    if (event->type() == QEvent::MouseMove && item && !item->isEnabled()) {
+        const auto* move = static_cast<QMouseEvent*>(event);
+        QMouseEvent onBar(QEvent::MouseMove, mapFromGlobal(move->globalPosition()), move->globalPosition(),
+                          move->button(), move->buttons(), move->modifiers());
+        QCoreApplication::sendEvent(this, &onBar);
+    }
+    return QToolBar::eventFilter(watched, event);
 }
 
 QAction* Toolbar::Buttons(const QString& key) const

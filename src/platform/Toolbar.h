@@ -9,6 +9,9 @@ class ImageList;
 // A toolbar of image buttons reached by key. Each button keeps a Description (the
 // caption of its command, for the status bar) and shows its tip as a tool tip.
 // Buttons don't take the keyboard focus, so a list keeps it while one is clicked.
+// The pointer's moves over the buttons, separators and other items of the bar
+// reach the bar, as they would on a bar that draws its buttons itself, so that
+// a MouseMove of the bar tells which button the pointer is on.
 class Toolbar : public QToolBar {
     Q_OBJECT
 public:
@@ -21,6 +24,10 @@ public:
 
 signals:
     void ButtonClick(const QString& key);
+
+protected:
+    void actionEvent(QActionEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     const ImageList* images_;

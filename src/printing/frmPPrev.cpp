@@ -1,10 +1,61 @@
+// The print preview's life cycle and settings, and its commands: printing,
+// closing, the bars, the About box, the page list, the keys of the work area and
+// the mouse on the page.
 #include "printing/frmPPrev.h"
 
+#include "about/frmAbout.h"
+#include "platform/ComboBox.h"
 #include "platform/CommonDialog.h"
+#include "platform/Conversions.h"
+#include "platform/Error.h"
+#include "platform/Keys.h"
 #include "platform/RichTextBox.h"
+#include "platform/Screen.h"
+#include "platform/StatusBar.h"
+#include "platform/Toolbar.h"
+#include "platform/Twips.h"
+#include "presentation/ICOMNU.h"
+#include "printing/clsPrinting.h"
+#include "resources/Icons.h"
+#include "settings/clsLibrary.h"
+
+#include <QAction>
+#include <QMenuBar>
+#include <QScrollBar>
+#include <QTimer>
+
+using platform::resumeNext;
+using platform::twips;
+
+namespace {
+
+const QString Global = QStringLiteral("GLOBAL");
+constexpr int ScrollStep = 1000;
+
+// A scroll bar refuses a value outside its range rather than stopping at the end.
+void setScrollValue(QScrollBar* bar, int value)
+{
+    if (value < bar->minimum() || value > bar->maximum())
+        throw platform::Error(platform::err::InvalidPropertyValue);
+    bar->setValue(value);
+}
+
+} // namespace
 
 frmPPrev::frmPPrev() : Form(QStringLiteral("frmPPrev"))
 {
+    setWindowTitle(QStringLiteral("Preview"));
+    QFont tahoma = font();
+    tahoma.setFamily(QStringLiteral("Tahoma"));
+    setFont(tahoma);
+    IMGLST = resources::previewImages();
+    createMenus();
+    createToolStrip();
+    createWorkArea();
+    createStatusBar();
+    connectEvents();
+    createMenuTracking();
+
     RTF2 = new platform::RichTextBox(this);
     RTF2->setObjectName(QStringLiteral("RTF2"));
     RTF2->hide();
@@ -13,6 +64,207 @@ frmPPrev::frmPPrev() : Form(QStringLiteral("frmPPrev"))
     RTF3->hide();
     CMD1 = new platform::CommonDialog(QStringLiteral("CMD1"), this);
     PICSTDPAGE.setFontName(QStringLiteral("Tahoma"));
+
+    // The designed client area of 7515 by 6510 twips; FORMLOAD restores the
+    // user's placement when the preview opens.
+    const float tx = platform::Screen::TwipsPerPixelX();
+    const float ty = platform::Screen::TwipsPerPixelY();
+    resize(qRound(7515 / tx), qRound(6510 / ty) + menuBar()->sizeHint().height());
 }
 
 frmPPrev::~frmPPrev() = default;
+
+const QStringList& frmPPrev::zoomSteps()
+{
+    static const QStringList steps = {
+        QStringLiteral("200 %"),      QStringLiteral("150 %"),      QStringLiteral("100 %"),
+        QStringLiteral("75 %"),       QStringLiteral("50 %"),       QStringLiteral("25 %"),
+        QStringLiteral("Page Width"), QStringLiteral("Whole Page"),
+    };
+    return steps;
+}
+
+QList<QAction*> frmPPrev::zoomItems() const
+{
+    return {MNUZOOM200, MNUZOOM150, MNUZOOM100, MNUZOOM75, MNUZOOM50, MNUZOOM25, MNUZOOMPW, MNUZOOMWP};
+}
+
+QString frmPPrev::settingsKey()
+{
+    return clsLibrary::companyKey() + QStringLiteral("\\GLOBAL\\frmPPrev\\Items");
+}
+
+QString frmPPrev::readSetting(const QString& item, const QString& defaultValue)
+{
+    return clsLibrary::instance().REGSTRREAD(clsLibrary::currentUserKey(), settingsKey(), item, defaultValue);
+}
+
+void frmPPrev::writeSetting(const QString& item, const QString& data)
+{
+    clsLibrary::instance().REGSTRWRITE(clsLibrary::currentUserKey(), settingsKey(), item, data);
+}
+
+// Runs on the first touch of the form, which the print engine makes too. A step
+// that fails (a stored bar setting that isn't "True" or "False") is skipped.
+void frmPPrev::Form_Load()
+{
+    resumeNext([&] {
+        MNUFILEEXIT->setText(QStringLiteral("&Close\tAlt+F4"));
+        MNUVIEWFIRST->setText(QStringLiteral("&First Page\tHome"));
+        MNUVIEWPREVIOUS->setText(QStringLiteral("&Previous Page\tPgUp"));
+        MNUVIEWNEXT->setText(QStringLiteral("&Next Page\tPgDn"));
+        MNUVIEWLAST->setText(QStringLiteral("&Last Page\tEnd"));
+    });
+    resumeNext([&] { ICONMENUS(); });
+    resumeNext([&] {
+        const bool shown = platform::toBool(readSetting(QStringLiteral("Toolbar"), QStringLiteral("True")));
+        PICTBAR->setHidden(!shown);
+        MNUVIEWTOOLBAR->setChecked(shown);
+    });
+    resumeNext([&] {
+        const bool shown =
+            platform::toBool(readSetting(QStringLiteral("Status Bar"), QStringLiteral("True")));
+        SBMAIN->setHidden(!shown);
+        MNUVIEWSTATUSBAR->setChecked(shown);
+    });
+    PICWINDOW->setFocus();
+}
+
+// A preview that was only loaded for the print engine, and never shown, saves
+// nothing.
+void frmPPrev::Form_Unload()
+{
+    if (!isVisible())
+        return;
+    resumeNext([&] { clsLibrary::instance().FORMSAVE(Global, this, true); });
+    resumeNext([&] { writeSetting(QStringLiteral("Zoom"), CBOPGZOOM->Text()); });
+    resumeNext([&] {
+        writeSetting(QStringLiteral("Status Bar"), platform::boolText(MNUVIEWSTATUSBAR->isChecked()));
+    });
+    resumeNext(
+        [&] { writeSetting(QStringLiteral("Toolbar"), platform::boolText(MNUVIEWTOOLBAR->isChecked())); });
+}
+
+void frmPPrev::ICONMENUS()
+{
+    clsLibrary& lib = clsLibrary::instance();
+    ICOMNU->Attach(this, true);
+    ICOMNU->setImageList([this](int32_t index) { return IMGLST.image(index + 1); });
+    for (const auto& [item, image] : {std::pair{"MNUFILEPRINT", "PRINT"},
+                                      {"MNUVIEWFIRST", "FIRST PAGE"},
+                                      {"MNUVIEWPREVIOUS", "PREVIOUS PAGE"},
+                                      {"MNUVIEWNEXT", "NEXT PAGE"},
+                                      {"MNUVIEWLAST", "LAST PAGE"},
+                                      {"MNUHELPABOUT", "ABOUT"}})
+        lib.ICOMNUSETUP(this, this, QString::fromLatin1(item), QString::fromLatin1(image));
+}
+
+void frmPPrev::TBARMAIN_ButtonClick(const QString& key)
+{
+    clsPrinting& printing = clsPrinting::instance();
+    if (key == QLatin1String("PRINT"))
+        printing.PRINTDOCUMENT(this, RTF3, true);
+    else if (key == QLatin1String("FIRST PAGE"))
+        MNUVIEWFIRST->trigger();
+    else if (key == QLatin1String("PREVIOUS PAGE"))
+        MNUVIEWPREVIOUS->trigger();
+    else if (key == QLatin1String("NEXT PAGE"))
+        MNUVIEWNEXT->trigger();
+    else if (key == QLatin1String("LAST PAGE"))
+        MNUVIEWLAST->trigger();
+    else if (key == QLatin1String("ZOOM OUT"))
+        printing.ZOOMOUT();
+    else if (key == QLatin1String("ZOOM IN"))
+        printing.ZOOMIN();
+}
+
+void frmPPrev::TBARMAIN_MouseMove(int, int, float X, float)
+{
+    TMR1->start();
+    clsLibrary::instance().GETTBARDESCRIPTIONS(this, X, TBARMAIN, QStringLiteral("document"));
+}
+
+// The bar's rectangle is fixed, in pixels of the window as it is designed.
+void frmPPrev::TMR1_Timer()
+{
+    int16_t left = 0;
+    resumeNext([&] { left = platform::toInt16(double(twips(TBARMAIN).Left())); });
+    if (clsLibrary::instance().MOUSEMOVE(this, left, 260, 45, 66) == 1) {
+        clsLibrary::instance().STATUSBARCAPTION(this);
+        TMR1->stop();
+    }
+}
+
+// The menu asks the print dialog first; the toolbar's button prints all pages at once.
+void frmPPrev::MNUFILEPRINT_Click()
+{
+    clsPrinting::instance().PRINTDOCUMENT(this, RTF3, false);
+}
+
+void frmPPrev::MNUFILEEXIT_Click()
+{
+    Forms::unload<frmPPrev>();
+}
+
+// The toggles are checkable items: the menu has flipped the check mark already,
+// and the mark is set again to match the bar.
+void frmPPrev::MNUVIEWTOOLBAR_Click()
+{
+    PICTBAR->setHidden(!PICTBAR->isHidden());
+    MNUVIEWTOOLBAR->setChecked(!PICTBAR->isHidden());
+    Form_Resize();
+}
+
+void frmPPrev::MNUVIEWSTATUSBAR_Click()
+{
+    SBMAIN->setHidden(!SBMAIN->isHidden());
+    MNUVIEWSTATUSBAR->setChecked(!SBMAIN->isHidden());
+    Form_Resize();
+}
+
+void frmPPrev::MNUHELPABOUT_Click()
+{
+    Forms::get<frmAbout>().Show(1, this);
+}
+
+void frmPPrev::CBOPGNO_Click()
+{
+    clsPrinting::instance().PAGESEL(platform::toInt16(CBOPGNO->Text()), &PICSTDPAGE);
+}
+
+void frmPPrev::IMGPREVIEW_MouseUp(int Button, int, float, float)
+{
+    if (Button == 1)
+        clsPrinting::instance().ZOOMIN();
+    else if (Button == 2)
+        clsPrinting::instance().ZOOMOUT();
+}
+
+// Each statement stands by itself: a refused scroll value leaves the page where
+// it is and the routine goes on.
+void frmPPrev::PREVIEWKEYS(int KeyCode, int)
+{
+    const auto runIfEnabled = [](QAction* item) {
+        if (item->isEnabled())
+            item->trigger();
+    };
+    switch (KeyCode) {
+    case platform::vbKeyHome: runIfEnabled(MNUVIEWFIRST); break;
+    case platform::vbKeyPageUp: runIfEnabled(MNUVIEWPREVIOUS); break;
+    case platform::vbKeyPageDown: runIfEnabled(MNUVIEWNEXT); break;
+    case platform::vbKeyEnd: runIfEnabled(MNUVIEWLAST); break;
+    case platform::vbKeyLeft:
+        resumeNext([&] { setScrollValue(SCRHBAR, SCRHBAR->value() - ScrollStep); });
+        break;
+    case platform::vbKeyUp:
+        resumeNext([&] { setScrollValue(SCRVBAR, SCRVBAR->value() - ScrollStep); });
+        break;
+    case platform::vbKeyRight:
+        resumeNext([&] { setScrollValue(SCRHBAR, SCRHBAR->value() + ScrollStep); });
+        break;
+    case platform::vbKeyDown:
+        resumeNext([&] { setScrollValue(SCRVBAR, SCRVBAR->value() + ScrollStep); });
+        break;
+    default: break;
+    }
+}

@@ -107,23 +107,29 @@ void drawRemoveAll(QPainter& painter)
     outlined(painter, bar(QPointF(8, 11), 6, 1.5), Red);
 }
 
-void drawPreview(QPainter& painter)
+// A magnifying glass with its lens round CENTRE, the handle to the lower right.
+void drawMagnifier(QPainter& painter, QPointF centre, qreal radius, const QColor& lens, qreal outlineWidth)
 {
-    photo(painter, QRectF(0.5, 1.5, 11, 9));
-    // The magnifier: a glass over the photograph's corner and its handle.
     QPainterPath handle;
-    handle.moveTo(11.3, 11.3);
-    handle.lineTo(14.6, 14.6);
+    handle.moveTo(centre + QPointF(radius, radius) * 0.5);
+    handle.lineTo(centre + QPointF(radius, radius) * 1.42);
     painter.strokePath(handle, QPen(Rim, 4.2, Qt::SolidLine, Qt::RoundCap));
     painter.strokePath(handle, QPen(Ink, 3.0, Qt::SolidLine, Qt::RoundCap));
     painter.strokePath(handle, QPen(QColor(0x9a, 0x6a, 0x3a), 1.4, Qt::SolidLine, Qt::RoundCap));
     QPainterPath glass;
-    glass.addEllipse(QPointF(9.5, 9.5), 3.6, 3.6);
-    QColor lens(Qt::white);
-    lens.setAlpha(170);
+    glass.addEllipse(centre, radius, radius);
     painter.strokePath(glass, QPen(Rim, 3.2));
     painter.fillPath(glass, lens);
-    painter.strokePath(glass, QPen(Ink, 1.6));
+    painter.strokePath(glass, QPen(Ink, outlineWidth));
+}
+
+void drawPreview(QPainter& painter)
+{
+    photo(painter, QRectF(0.5, 1.5, 11, 9));
+    // The magnifier over the photograph's corner.
+    QColor lens(Qt::white);
+    lens.setAlpha(170);
+    drawMagnifier(painter, QPointF(9.5, 9.5), 3.6, lens, 1.6);
 }
 
 void drawOnline(QPainter& painter)
@@ -177,6 +183,56 @@ void drawProgram(QPainter& painter)
     painter.strokePath(triangle, QPen(Ink, 0.6, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
 }
 
+// A printer with a sheet going in at the back and the printed sheet coming out.
+void drawPrint(QPainter& painter)
+{
+    QPainterPath sheetIn;
+    sheetIn.addRect(QRectF(4.5, 1.5, 7, 5));
+    outlined(painter, sheetIn, Paper);
+    QPainterPath body;
+    body.addRoundedRect(QRectF(1.5, 6, 13, 6), 1.2, 1.2);
+    outlined(painter, body, QColor(0xb8, 0xbc, 0xc4));
+    QPainterPath sheetOut;
+    sheetOut.addRect(QRectF(4.5, 10, 7, 4.5));
+    outlined(painter, sheetOut, Paper);
+    painter.setPen(QPen(Ink, 0.6));
+    painter.drawLine(QPointF(6, 11.8), QPointF(10, 11.8));
+    painter.drawLine(QPointF(6, 13.2), QPointF(10, 13.2));
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(Green);
+    painter.drawEllipse(QPointF(12.3, 8), 0.8, 0.8);
+}
+
+// A page arrow: a triangle pointing left or right, with a bar at its tip for
+// the first and the last page.
+void drawPageArrow(QPainter& painter, bool forward, bool toEnd)
+{
+    painter.save();
+    if (forward) {
+        painter.translate(Grid, 0);
+        painter.scale(-1, 1);
+    }
+    const qreal shift = toEnd ? 1.5 : 0;
+    QPainterPath triangle;
+    triangle.moveTo(11.5 + shift, 2.5);
+    triangle.lineTo(4 + shift, 8);
+    triangle.lineTo(11.5 + shift, 13.5);
+    triangle.closeSubpath();
+    outlined(painter, triangle, Blue);
+    if (toEnd)
+        outlined(painter, bar(QPointF(3.2, 8), 1.2, 5.5), Blue);
+    painter.restore();
+}
+
+void drawZoom(QPainter& painter, bool in)
+{
+    const QPointF centre(6.5, 6.5);
+    drawMagnifier(painter, centre, 5.0, QColor(0xe8, 0xf4, 0xff), 1.4);
+    painter.fillPath(bar(centre, 2.8, 0.7), Ink);
+    if (in)
+        painter.fillPath(bar(centre, 0.7, 2.8), Ink);
+}
+
 } // namespace
 
 QPixmap paintGlyph(Glyph glyph, int size)
@@ -198,6 +254,15 @@ QPixmap paintGlyph(Glyph glyph, int size)
     case Glyph::Online: drawOnline(painter); break;
     case Glyph::About: drawAbout(painter); break;
     case Glyph::Program: drawProgram(painter); break;
+    case Glyph::Print: drawPrint(painter); break;
+    case Glyph::FirstPage: drawPageArrow(painter, false, true); break;
+    case Glyph::PreviousPage: drawPageArrow(painter, false, false); break;
+    case Glyph::NextPage: drawPageArrow(painter, true, false); break;
+    case Glyph::LastPage: drawPageArrow(painter, true, true); break;
+    case Glyph::ZoomIn: drawZoom(painter, true); break;
+    case Glyph::ZoomOut: drawZoom(painter, false); break;
+    // The lens centre lands on the pointer's hot spot (9, 8) of 32 pixels.
+    case Glyph::Magnifier: drawMagnifier(painter, QPointF(4.5, 4.0), 3.4, Qt::white, 1.2); break;
     }
     return pixmap;
 }

@@ -18,6 +18,16 @@ enum class Glyph {
     Online,
     About,
     Program,
+    Print,
+    FirstPage,
+    PreviousPage,
+    NextPage,
+    LastPage,
+    ZoomIn,
+    ZoomOut,
+    // The print preview's pointer over the page: a magnifying glass whose lens
+    // centre is at a quarter of the width, for a pixmap of 32 pixels.
+    Magnifier,
 };
 
 // A transparent square pixmap of `size` pixels with the glyph drawn on it.

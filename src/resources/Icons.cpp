@@ -2,18 +2,19 @@
 
 #include "resources/IconPainter.h"
 
+#include <cstddef>
 #include <initializer_list>
 
 namespace resources {
 
 namespace {
 
-struct MainImage {
+struct KeyedImage {
     const char* key;
     Glyph glyph;
 };
 
-constexpr MainImage MainImages[] = {
+constexpr KeyedImage MainImages[] = {
     {"RUN", Glyph::Run},
     {"ADD", Glyph::Add},
     {"ADD ALL", Glyph::AddAll},
@@ -25,6 +26,17 @@ constexpr MainImage MainImages[] = {
     {"ABOUT", Glyph::About},
 };
 
+constexpr KeyedImage PreviewImages[] = {
+    {"PRINT", Glyph::Print},
+    {"ZOOM IN", Glyph::ZoomIn},
+    {"ZOOM OUT", Glyph::ZoomOut},
+    {"FIRST PAGE", Glyph::FirstPage},
+    {"PREVIOUS PAGE", Glyph::PreviousPage},
+    {"NEXT PAGE", Glyph::NextPage},
+    {"LAST PAGE", Glyph::LastPage},
+    {"ABOUT", Glyph::About},
+};
+
 QIcon drawnIcon(Glyph glyph, std::initializer_list<int> sizes)
 {
     QIcon icon;
@@ -33,14 +45,29 @@ QIcon drawnIcon(Glyph glyph, std::initializer_list<int> sizes)
     return icon;
 }
 
+template <size_t N> platform::ImageList imageList(const KeyedImage (&table)[N])
+{
+    platform::ImageList images;
+    for (const KeyedImage& image : table)
+        images.add(QString::fromLatin1(image.key), drawnIcon(image.glyph, {16, 32}));
+    return images;
+}
+
 } // namespace
 
 platform::ImageList mainImages()
 {
-    platform::ImageList images;
-    for (const MainImage& image : MainImages)
-        images.add(QString::fromLatin1(image.key), drawnIcon(image.glyph, {16, 32}));
-    return images;
+    return imageList(MainImages);
+}
+
+platform::ImageList previewImages()
+{
+    return imageList(PreviewImages);
+}
+
+QCursor magnifierCursor()
+{
+    return QCursor(paintGlyph(Glyph::Magnifier, 32), 9, 8);
 }
 
 QIcon windowIcon()
