@@ -99,7 +99,9 @@ void clsLibrary::drawHeaderFooter(platform::Canvas& device, bool preview, const 
     const bool pageNumber = switchOn(footer, QStringLiteral("chkPgNo"));
     if (!footerOn)
         return;
-    const int16_t y = platform::toInt16(device.Height() - Bottom);
+    // The footer's line in 32 bits: a sheet taller than 22.75 inches (A2 and up)
+    // would overflow 16.
+    const int32_t y = platform::toInt32(device.Height() - Bottom);
     const double textY = y + 360;
     if (footerLine)
         device.Line(float(ruleLeft), y + 200, float(width - Right), y + 200, Black);

@@ -76,6 +76,12 @@ private:
     void ZOOMSIZE(double percentage);
     void ZOOMSTATE();
 
+    // Sizes the preview's page surface and sets the rectangles for drawing on it,
+    // with the margins' fractions.
+    void surfaceSetup(platform::PictureSurface* surface);
+    // How many pages the surface's layout of RTF2 takes; it may be more than the
+    // printer's count, since the surface is smaller than the paper.
+    int32_t surfacePageCount(platform::PictureSurface* surface);
     // The four margins as whole inches, halves to the even neighbour.
     int16_t wholeInches(double inches) const;
     // The print dialog (CMD1) of a form; a form without one fails.

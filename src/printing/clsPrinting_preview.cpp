@@ -17,6 +17,8 @@
 
 #include <QAction>
 
+#include <algorithm>
+
 using platform::toInt16;
 using platform::toInt32;
 
@@ -56,9 +58,13 @@ void clsPrinting::PRINTPREVIEW(Form* FORMNAME, platform::RichTextBox* RICHTEXTPA
 {
     INITIALIZEPATH(FORMNAME, RICHTEXTPATH);
     GETMARGINS();
-    const int32_t count = PAGECOUNT(FORMNAME, TEXTSELSTART, wholeInches(MARGINLEFT), wholeInches(MARGINTOP),
-                                    wholeInches(MARGINRIGHT), wholeInches(MARGINBOTTOM));
+    int32_t count = PAGECOUNT(FORMNAME, TEXTSELSTART, wholeInches(MARGINLEFT), wholeInches(MARGINTOP),
+                              wholeInches(MARGINRIGHT), wholeInches(MARGINBOTTOM));
     frmPPrev& form = preview();
+    // The surface is smaller than the paper and keeps the margins' fractions, so
+    // its pages can hold less: the list offers as many as the preview needs to
+    // show the whole text.
+    count = std::max(count, surfacePageCount(&form.PICSTDPAGE));
     form.ICONMENUS();
     form.CBOPGZOOM->Clear();
     for (const QString& step : frmPPrev::zoomSteps())
@@ -94,6 +100,45 @@ void clsPrinting::PRINTPREVIEW(Form* FORMNAME, platform::RichTextBox* RICHTEXTPA
     form.Show(1, FORMNAME);
 }
 
+void clsPrinting::surfaceSetup(platform::PictureSurface* surface)
+{
+    const platform::Printer& printer = platform::currentPrinter();
+    surface->setHeight(printer.Height() - SurfaceShorter);
+    surface->setWidth(printer.Width() - SurfaceNarrower);
+    surface->setScaleWidth(printer.ScaleWidth());
+    surface->setScaleHeight(printer.ScaleHeight());
+
+    // A screen surface has no unprintable margin: both come out as 0.
+    OFFSETX = toInt16(surface->ScaleX(float(surface->GetDeviceCaps(platform::PHYSICALOFFSETX)),
+                                      platform::ScalePixels, platform::ScaleTwips));
+    OFFSETY = toInt16(surface->ScaleY(float(surface->GetDeviceCaps(platform::PHYSICALOFFSETY)),
+                                      platform::ScalePixels, platform::ScaleTwips));
+    RCPAGE = {0, 0, toInt32(surface->ScaleWidth()), toInt32(surface->ScaleHeight())};
+    // Unlike on paper, the margins keep their fractions here.
+    RCDRAW.left = toInt32(MARGINLEFT * TwipsPerInch - OFFSETX);
+    RCDRAW.top = toInt32(MARGINTOP * TwipsPerInch - OFFSETY);
+    RCDRAW.right = toInt32(surface->Width() - MARGINRIGHT * TwipsPerInch - OFFSETX);
+    RCDRAW.bottom = toInt32(surface->Height() - MARGINBOTTOM * TwipsPerInch - OFFSETY);
+    FRSCAN = {surface, surface, RCDRAW, RCPAGE, {0, -1}};
+}
+
+int32_t clsPrinting::surfacePageCount(platform::PictureSurface* surface)
+{
+    platform::RichTextBox& document = *preview().RTF2;
+    surfaceSetup(surface);
+    int32_t count = 1;
+    for (;;) {
+        const int32_t start = FRSCAN.chrg.cpMin;
+        TEXTPOS = document.FormatRange(false, &FRSCAN);
+        if (TEXTPOS >= TEXTLEN || TEXTPOS <= start)
+            break;
+        FRSCAN.chrg.cpMin = TEXTPOS;
+        ++count;
+    }
+    document.FormatRange(false, nullptr);
+    return count;
+}
+
 // Walks the document from page 1, drawing each page on INCONTROL and wiping it
 // until page PAGENUMBER stands, or the last page if the text ends before. Any
 // failure on the way leaves the surface as it is; the status bar and the image
@@ -104,24 +149,7 @@ void clsPrinting::PAGESEL(int16_t PAGENUMBER, platform::PictureSurface* INCONTRO
     try {
         GETMARGINS();
         INCONTROL->Cls();
-        const platform::Printer& printer = platform::currentPrinter();
-        INCONTROL->setHeight(printer.Height() - SurfaceShorter);
-        INCONTROL->setWidth(printer.Width() - SurfaceNarrower);
-        INCONTROL->setScaleWidth(printer.ScaleWidth());
-        INCONTROL->setScaleHeight(printer.ScaleHeight());
-
-        // A screen surface has no unprintable margin: both come out as 0.
-        OFFSETX = toInt16(INCONTROL->ScaleX(float(INCONTROL->GetDeviceCaps(platform::PHYSICALOFFSETX)),
-                                            platform::ScalePixels, platform::ScaleTwips));
-        OFFSETY = toInt16(INCONTROL->ScaleY(float(INCONTROL->GetDeviceCaps(platform::PHYSICALOFFSETY)),
-                                            platform::ScalePixels, platform::ScaleTwips));
-        RCPAGE = {0, 0, toInt32(INCONTROL->ScaleWidth()), toInt32(INCONTROL->ScaleHeight())};
-        // Unlike on paper, the margins keep their fractions here.
-        RCDRAW.left = toInt32(MARGINLEFT * TwipsPerInch - OFFSETX);
-        RCDRAW.top = toInt32(MARGINTOP * TwipsPerInch - OFFSETY);
-        RCDRAW.right = toInt32(INCONTROL->Width() - MARGINRIGHT * TwipsPerInch - OFFSETX);
-        RCDRAW.bottom = toInt32(INCONTROL->Height() - MARGINBOTTOM * TwipsPerInch - OFFSETY);
-        FRSCAN = {INCONTROL, INCONTROL, RCDRAW, RCPAGE, {0, -1}};
+        surfaceSetup(INCONTROL);
 
         TEXTPOS = 0;
         for (int32_t page = 1;; ++page) {

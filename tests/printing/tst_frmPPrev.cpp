@@ -399,6 +399,22 @@ private slots:
         });
     }
 
+    // The surface is smaller than the paper, so its pages hold less than the
+    // printer's: the list still reaches the page that ends the text, whatever its
+    // length, and a page past it shows that same last page.
+    void listReachesTheEnd()
+    {
+        for (const int count : {60, 120, 180}) {
+            preview(lines(count), [&](frmPPrev& form) {
+                clsPrinting& printing = clsPrinting::instance();
+                printing.PAGESEL(int16_t(printing.pageTotal()), &form.PICSTDPAGE);
+                const QImage last = form.IMGPREVIEW->Picture();
+                printing.PAGESEL(int16_t(printing.pageTotal() + 1), &form.PICSTDPAGE);
+                QVERIFY2(form.IMGPREVIEW->Picture() == last, qPrintable(QString::number(count)));
+            });
+        }
+    }
+
     // The print engine loads the preview to count pages; a preview that was never
     // shown writes nothing when it goes, not even its placement.
     void unloadedUnseenSavesNothing()
