@@ -238,19 +238,16 @@ private slots:
     {
         QTest::addColumn<QString>("path");
         QTest::addColumn<QString>("name");
-        QTest::newRow("three letters") << "/pics/sunset.jpg"
-                                       << "sunset";
-        QTest::newRow("four letters") << "/pics/a.jpeg"
-                                      << "a";
-        QTest::newRow("several dots") << "/pics/my.photo.jpg"
-                                      << "my.photo";
+        const auto row = [](const char* path, const char* name) {
+            QTest::newRow(path) << QString(path) << QString(name);
+        };
+        row("/pics/sunset.jpg", "sunset");
+        row("/pics/a.jpeg", "a");
+        row("/pics/my.photo.jpg", "my.photo");
         // Other extensions keep the folders up to the second separator from the left.
-        QTest::newRow("two letters") << "/home/pics/old/a.gz"
-                                     << "pics/old/a.gz";
-        QTest::newRow("no separator") << "sunset.jpg"
-                                      << "sunset.jpg";
-        QTest::newRow("dot before the last separator") << "/x/a.b/c"
-                                                       << "c";
+        row("/home/pics/old/a.gz", "pics/old/a.gz");
+        row("sunset.jpg", "sunset.jpg");
+        row("/x/a.b/c", "c");
     }
 
     void findName()
