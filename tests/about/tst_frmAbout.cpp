@@ -25,8 +25,9 @@ void tst_frmAbout::textsAtLoad()
 {
     TempStore temp;
     clsLibrary& library = clsLibrary::instance();
+    // Written in another case of the key path, as another program may have.
     QVERIFY(library.REGSTRWRITE(clsLibrary::currentUserKey(),
-                                QStringLiteral("SOFTWARE\\Microsoft\\Windows\\CurrentVersion"),
+                                QStringLiteral("Software\\Microsoft\\Windows\\CurrentVersion"),
                                 QStringLiteral("RegisteredOrganization"), QStringLiteral("Vistarro Club")));
 
     frmAbout& about = Forms::get<frmAbout>();

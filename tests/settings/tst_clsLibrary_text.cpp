@@ -1,5 +1,3 @@
-#include "TempStore.h"
-
 #include "platform/Error.h"
 #include "settings/clsLibrary.h"
 
@@ -48,7 +46,6 @@ private slots:
     void currencyLock_data();
     void currencyLock();
     void comboInit();
-    void companyReg();
 };
 
 void tst_clsLibrary_text::numberFormats_data()
@@ -246,16 +243,6 @@ void tst_clsLibrary_text::comboInit()
     delete registered;
     lib().COMBOINIT("0", "0", &plain, true);
     QCOMPARE(plain.maxVisibleItems(), 1);
-}
-
-void tst_clsLibrary_text::companyReg()
-{
-    TempStore store;
-    QCOMPARE(lib().GETCOMPANYREG(), QString());
-    // Written in another case of the key path, as another program may have.
-    QVERIFY(lib().REGSTRWRITE(clsLibrary::currentUserKey(), "Software\\Microsoft\\Windows\\CurrentVersion",
-                              "RegisteredOrganization", "Vistarro Club"));
-    QCOMPARE(lib().GETCOMPANYREG(), QStringLiteral("Vistarro Club"));
 }
 
 QTEST_MAIN(tst_clsLibrary_text)
