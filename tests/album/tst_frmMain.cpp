@@ -8,6 +8,7 @@
 #include "platform/FileNames.h"
 #include "platform/FolderTree.h"
 #include "platform/ListView.h"
+#include "platform/PictureBox.h"
 #include "platform/Registry.h"
 #include "platform/StatusBar.h"
 #include "platform/Toolbar.h"

@@ -84,6 +84,9 @@ void tst_messages::catalogue_data()
               "The text '{FILE2}{CRLF}' has been found '2' times.", Info, "Find");
     statement("6", 6, {"a", "b", "3"}, "The text 'a' have all been replaced by 'b' 3 times.", Info,
               "Replace");
+    statement("14", 14, {"b.jpg"},
+              "There are problems reading b.jpg so the details will be only partly available.", Warn,
+              "Properties");
     statement("13", 13, {},
               "There is no printer installed. You will not be able to use the printer functions.", Stop,
               platform::App::Path(), true);
