@@ -87,23 +87,13 @@ private slots:
             << true << 0 << key(Qt::Key_Insert, Qt::ControlModifier) << 0;
         QTest::newRow("add, context menu")
             << true << 0 << Way([](frmMain*) { popup().MNUFOUNDADD->trigger(); }) << 1;
-        QTest::newRow("add all, menu")
-            << true << 0 << Way([](frmMain* f) { f->MNUEDITADDALL->trigger(); }) << 3;
-        QTest::newRow("add all, toolbar")
-            << true << 0 << Way([](frmMain* f) { f->TBARMAIN->Buttons("ADD ALL")->trigger(); }) << 3;
         QTest::newRow("add all, context menu")
             << true << 0 << Way([](frmMain*) { popup().MNUFOUNDADDALL->trigger(); }) << 3;
-        QTest::newRow("remove, menu")
-            << false << 1 << Way([](frmMain* f) { f->MNUEDITREMOVE->trigger(); }) << 2;
-        QTest::newRow("remove, toolbar")
-            << false << 1 << Way([](frmMain* f) { f->TBARMAIN->Buttons("REMOVE")->trigger(); }) << 2;
         QTest::newRow("remove, Ctrl+Delete") << false << 1 << key(Qt::Key_Delete, Qt::ControlModifier) << 2;
         QTest::newRow("remove, plain Delete is no key")
             << false << 1 << key(Qt::Key_Delete, Qt::NoModifier) << 3;
         QTest::newRow("remove, context menu")
             << false << 1 << Way([](frmMain*) { popup().MNUSELECTEDCLEAR->trigger(); }) << 2;
-        QTest::newRow("remove all, menu")
-            << false << 1 << Way([](frmMain* f) { f->MNUEDITREMOVEALL->trigger(); }) << 0;
         QTest::newRow("remove all, toolbar")
             << false << 1 << Way([](frmMain* f) { f->TBARMAIN->Buttons("REMOVE ALL")->trigger(); }) << 0;
         QTest::newRow("remove all, context menu")

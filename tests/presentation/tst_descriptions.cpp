@@ -94,49 +94,18 @@ void tst_descriptions::descriptionOfACaption_data()
     QTest::addColumn<QString>("caption");
     QTest::addColumn<QString>("expected");
 
-    const QList<std::tuple<QString, QString, QString>> albumCommands = {
-        {"&Add", "\tIns", "Add to current album."},
-        {"A&dd All", "", "Add all to current album."},
-        {"&Remove", "\tCtrl+Del", "Remove from current album."},
-        {"Re&move All", "", "Remove All from current album."},
-    };
-    for (const auto& [caption, keyText, text] : albumCommands) {
-        addCaption("frmMain", false, caption + keyText, text);
-        addCaption("frmMain", true, caption, text);
-        addCaption("frmPopup", false, caption, text);
-    }
-    addCaption("frmMain", false, "&Run Viewer", "View the photos.");
-    addCaption("frmMain", true, "&Run Viewer", "View the photos.");
+    // The album's commands reached from the menu (with its key text), the toolbar
+    // and the popup; the preview's with "document".
+    addCaption("frmMain", false, "&Remove\tCtrl+Del", "Remove from current album.");
+    addCaption("frmMain", true, "&Remove", "Remove from current album.");
+    addCaption("frmPopup", false, "Re&move All", "Remove All from current album.");
     addCaption("frmMain", false, "-", "");
     addCaption("frmMain", false, "E&xit\tAlt+F4", "Quits Vistarro.");
-    addCaption("frmMain", false, "&Standard Toolbar", "Show or hide the standard toolbar.");
-    addCaption("frmMain", false, "S&tatus Bar", "Show or hide the status bar.");
-    addCaption("frmMain", false, "&ZUV Online", "Visit ZUV Online website.");
-    addCaption("frmMain", false, "&About", "Display information about Vistarro.");
-    addCaption("frmPopup", false, "Pre&view...", "Show a full preview of the selected picture.");
     addCaption("frmPopup", false, "&Properties...", "Display properties from current album.");
-    addCaption("frmPopup", false, "-", "");
-
-    addCaption("frmPPrev", false, "&Print...", "Print the current document.");
     addCaption("frmPPrev", false, "&Close\tAlt+F4", "Close Print Preview.");
     addCaption("frmPPrev", false, "&Zoom", "");
-    for (const char* zoom : {"200 %", "150 %", "100 %", "75 %", "50 %", "25 %"})
-        addCaption("frmPPrev", false, zoom, QStringLiteral("View document at %1.").arg(zoom));
-    addCaption("frmPPrev", false, "&Page Width", "View document at page width.");
-    addCaption("frmPPrev", false, "&Whole Page", "View the whole page.");
-    addCaption("frmPPrev", false, "&About", "Display information about Vistarro.");
-    const QList<std::tuple<QString, QString, QString>> pages = {
-        {"&First Page", "\tHome", "Show the first page."},
-        {"&Previous Page", "\tPgUp", "Show the previous page."},
-        {"&Next Page", "\tPgDn", "Show the next page."},
-        {"&Last Page", "\tEnd", "Show the last page."},
-    };
-    for (const auto& [caption, keyText, text] : pages) {
-        addCaption("frmPPrev", false, caption + keyText, text);
-        addCaption("frmPPrev", true, caption, text);
-    }
-    addCaption("frmPPrev", true, "&Print", "Print the current document.");
-    addCaption("frmPPrev", true, "&Zoom Out", "Zoom out of document.");
+    addCaption("frmPPrev", false, "75 %", "View document at 75 %.");
+    addCaption("frmPPrev", false, "&Next Page\tPgDn", "Show the next page.");
     addCaption("frmPPrev", true, "&Zoom In", "Zoom in to document.");
 
     // A keyword before a shorter one that it begins with, and the rows compared
@@ -148,7 +117,6 @@ void tst_descriptions::descriptionOfACaption_data()
     addCaption("frmMain", false, "&Run Viewer...", "");
     addCaption("frmMain", false, "R&uler", "Show or hide the ruler.");
     addCaption("frmMain", false, "R&uler\tCtrl+R", "");
-    addCaption("frmMain", false, "&Close", "Close the current document.");
     addCaption("frmMain", false, "&3 /home/me/Pictures/Trip/one.jpg", "View one.jpg.");
     addCaption("frmMain", false, "&1 one.jpg", "View one.jpg.");
     addCaption("frmMain", false, "add", "");
@@ -220,7 +188,6 @@ void tst_descriptions::windowCommands_data()
     QTest::addColumn<QString>("expected");
 
     QTest::newRow("restore") << 61728 << "Restore the window to normal size.";
-    QTest::newRow("size") << 61440 << "Change the window size.";
     QTest::newRow("close") << 61536 << "Close the current window and prompts to save the documents.";
     QTest::newRow("not a command") << 61441 << "";
     QTest::newRow("menus closed") << 0 << "";
@@ -249,7 +216,6 @@ void tst_descriptions::toolbarPointerAtTheEdges_data()
     const QString add = QStringLiteral("Add to current album.");
     QTest::newRow("on the left edge") << 0 << -1 << 0.0f << Old;
     QTest::newRow("a twip inside the left edge") << 0 << -1 << 1.0f << add;
-    QTest::newRow("on the right edge") << 0 << 1 << 0.0f << Old;
     QTest::newRow("a twip inside the right edge") << 0 << 1 << -1.0f << add;
     QTest::newRow("over the separator") << 1 << 0 << 0.0f << "";
     QTest::newRow("past the last button") << 2 << 1 << 1.0f << Old;

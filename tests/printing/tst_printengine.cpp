@@ -165,7 +165,6 @@ void tst_PrintEngine::pageCount_data()
     QTest::addColumn<int>("lines");
     QTest::addColumn<int>("pages");
     QTest::newRow("empty") << 0 << 1;
-    QTest::newRow("one line") << 1 << 1;
     // The last line ends exactly on the bottom margin: no second page.
     QTest::newRow("exactly one page") << LinesOnLetterPage << 1;
     QTest::newRow("one line more") << LinesOnLetterPage + 1 << 2;
@@ -204,7 +203,6 @@ void tst_PrintEngine::emptyDocumentPrintsHeaderAndFooter()
     QVERIFY2(page.contains(QDate::currentDate().toString(QStringLiteral("dd/MM/yyyy"))), qPrintable(page));
     QVERIFY(page.contains(QRegularExpression(QStringLiteral("\\d{1,2}:\\d\\d:\\d\\d"))));
     QVERIFY(page.contains(platform::App::Title() + QStringLiteral(" Report.")));
-    QVERIFY(page.contains(QStringLiteral("Untitled")));
     QVERIFY2(page.contains(QRegularExpression(QStringLiteral("\\s1\\s+Untitled"))), qPrintable(page));
 }
 
@@ -251,7 +249,6 @@ void tst_PrintEngine::pageRangeIsNumberedFromOne()
     clsPrinting::instance().PRINTDOCUMENT(caller_.get(), caller_->document, false);
     QCOMPARE(pdfPages(pdf_), 1);
     const QString page = pdfPageText(pdf_, 1);
-    QVERIFY(page.contains(QStringLiteral("Line %1\n").arg(LinesOnLetterPage + 1)));
     QVERIFY(page.contains(QStringLiteral("Line %1\n").arg(LinesOnLetterPage * 2)));
     QVERIFY(!page.contains(QStringLiteral("Line %1\n").arg(LinesOnLetterPage * 2 + 1)));
     QVERIFY2(page.contains(QRegularExpression(QStringLiteral("\\s1\\s+Untitled"))), qPrintable(page));
@@ -319,10 +316,8 @@ void tst_PrintEngine::drawRectangleMeasuresFromThePrintableArea()
     printing.INITIALIZEPATH(caller_.get(), caller_->document);
     printing.PAGECOUNT(caller_.get(), 0, 1, 1, 1, 1);
     const platform::RECT& rect = printing.drawRect();
-    QCOMPARE(rect.left, 1080);
-    QCOMPARE(rect.top, 1080);
-    QCOMPARE(rect.right, 10440);
-    QCOMPARE(rect.bottom, 14040);
+    QCOMPARE(QRect(QPoint(rect.left, rect.top), QPoint(rect.right, rect.bottom)),
+             QRect(QPoint(1080, 1080), QPoint(10440, 14040)));
     QCOMPARE(printing.pageRect().right, 12240 - 720);
 }
 

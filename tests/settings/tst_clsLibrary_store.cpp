@@ -110,8 +110,6 @@ void tst_clsLibraryStore::writeIsSeenByNextRead()
     QVERIFY(library.REGSTRWRITE(hkcu(), Prefs, QStringLiteral("Splitter Bar top"), QStringLiteral("2340")));
     QCOMPARE(library.REGSTRREAD(hkcu(), Prefs.toUpper(), QStringLiteral("Splitter Bar Top")),
              QStringLiteral("2340"));
-    QVERIFY(library.REGSTRWRITE(hkcu(), Prefs, QStringLiteral("Splitter Bar Top"), QStringLiteral("1200")));
-    QCOMPARE(library.REGSTRREAD(hkcu(), Prefs, QStringLiteral("splitter bar top")), QStringLiteral("1200"));
 }
 
 void tst_clsLibraryStore::rootText_data()
@@ -160,8 +158,7 @@ void tst_clsLibraryStore::numberAndBytesWrites()
     QCOMPARE(library.REGDWORDREAD(int32_t(platform::HKEY_CURRENT_USER), Prefs, QStringLiteral("n"), -2),
              QString());
     const auto number = registry.queryValue(platform::HKEY_CURRENT_USER, Prefs, QStringLiteral("n"));
-    QVERIFY(number);
-    QCOMPARE(number->type, platform::REG_DWORD);
+    QVERIFY(number && number->type == platform::REG_DWORD);
     QCOMPARE(number->data, QByteArray("\xfe\xff\xff\xff", 4));
 
     library.REGBINARYWRITE();
@@ -169,8 +166,7 @@ void tst_clsLibraryStore::numberAndBytesWrites()
         platform::HKEY_CURRENT_USER,
         QStringLiteral("SOFTWARE\\ZUV Software Development\\Vistarro\\frmMain\\Toolbar\\Standard"),
         "Buttons");
-    QVERIFY(buttons);
-    QCOMPARE(buttons->type, platform::REG_BINARY);
+    QVERIFY(buttons && buttons->type == platform::REG_BINARY);
     QCOMPARE(buttons->data, QByteArray("\x64\x00\x00\x00\x65", 5));
 }
 

@@ -53,8 +53,6 @@ private slots:
         form->resize(500, 400);
         QCoreApplication::processEvents();
 
-        QCOMPARE(twips(form->PICPREVIEW).Left(), 60.0f);
-        QCOMPARE(twips(form->PICPREVIEW).Top(), 60.0f);
         QCOMPARE(twips(form->PICPREVIEW).Width(), form->ScaleWidth() - 120);
         QCOMPARE(twips(form->PICPREVIEW).Height(), form->ScaleHeight() - twips(form->PANEL1).Height() - 60);
         QVERIFY(form->PANEL1->dialogresize());
