@@ -5,10 +5,12 @@
 //
 // FILE is a rich text (.html, .htm) or a plain text file. The window shows the
 // document and opens the print preview at once; File > Print Preview opens it
-// again. Printing goes to the system's default printer, or, on a machine without
-// one, to "Print to PDF", which writes <documents>/<FILE's base name>.pdf.
+// again, File > Page Setup edits the margins, header and footer, and File >
+// Properties counts the document's pages, lines, characters and words. Printing goes to the system's default
+// printer, or, on a machine without one, to "Print to PDF", which writes <documents>/<FILE's base name>.pdf.
 // Exit status: 0, or 2 for a usage error or a file that can't be read.
 
+#include "picinfo/frmProps.h"
 #include "platform/App.h"
 #include "platform/CommonDialog.h"
 #include "platform/Error.h"
@@ -19,6 +21,7 @@
 #include "printing/clsPrinting.h"
 #include "printing/frmPPrev.h"
 #include "resources/Icons.h"
+#include "settings/clsLibrary.h"
 
 #include <QApplication>
 #include <QFile>
@@ -26,6 +29,7 @@
 #include <QMenuBar>
 #include <QStringDecoder>
 #include <QTimer>
+#include <QUrl>
 
 #include <cstdio>
 
@@ -44,6 +48,10 @@ public:
         QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
         connect(file->addAction(QStringLiteral("Print Pre&view")), &QAction::triggered, this,
                 &frmPrint::MNUFILEPREVIEW_Click);
+        connect(file->addAction(QStringLiteral("Page Set&up...")), &QAction::triggered, this,
+                [] { clsLibrary::instance().PAGESETUPPAGESHOW(); });
+        connect(file->addAction(QStringLiteral("P&roperties")), &QAction::triggered, this,
+                &frmPrint::MNUFILEPROPERTIES_Click);
         file->addSeparator();
         connect(file->addAction(QStringLiteral("E&xit")), &QAction::triggered, this,
                 [] { Forms::unload<frmPrint>(); });
@@ -70,8 +78,15 @@ public:
         }
     }
 
+    void MNUFILEPROPERTIES_Click()
+    {
+        clsLibrary::instance().GETPROPERTIES(frmProps::load, path, this, QStringLiteral("DOCUMENT"),
+                                             RTF1->Text(), RTF1->SelRTF(), RTF1);
+    }
+
     platform::RichTextBox* RTF1 = nullptr;
     platform::CommonDialog* CMD1 = nullptr;
+    QString path;
 };
 
 // The file's text: HTML in the encoding that it declares (UTF-8 if none), plain
@@ -86,6 +101,8 @@ bool loadDocument(const QString& path, platform::RichTextBox& box)
     if (suffix == QLatin1String("html") || suffix == QLatin1String("htm")) {
         QStringDecoder decoder(QStringConverter::encodingForHtml(bytes).value_or(QStringConverter::Utf8));
         box.setHtml(decoder(bytes));
+        // Pictures named relative to the file are found beside it.
+        box.document()->setBaseUrl(QUrl::fromLocalFile(QFileInfo(path).absoluteFilePath()));
     } else {
         box.setText(QString::fromUtf8(bytes));
     }
@@ -116,6 +133,7 @@ int main(int argc, char* argv[])
         return 2;
     }
     const QFileInfo info(path);
+    window.path = info.absoluteFilePath();
     window.setWindowTitle(info.fileName() + QStringLiteral(" - ") + platform::App::Title());
     // The footer's second field shows the name of the document that the window holds.
     window.CMD1->FileName = info.fileName();

@@ -19,58 +19,12 @@ store_tool=$(realpath "$2")
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 format_header="$here/../../src/platform/RegistryFormat.h"
 
-fail() {
-  echo "e2e: FAIL: $*" >&2
-  exit 1
-}
-step() { echo "e2e: $*"; }
-
-for tool in Xvfb xdotool xwd convert python3; do
-  command -v "$tool" >/dev/null || fail "$tool is not installed (scripts/install-deps.sh installs it)"
-done
-
-work=$(mktemp -d)
-out=${E2E_OUT:-$(mktemp -d)}
-mkdir -p "$out"
-xvfb_pid=""
-app_pid=""
-cleanup() {
-  if [ -n "$app_pid" ]; then kill "$app_pid" 2>/dev/null || true; fi
-  if [ -n "$xvfb_pid" ]; then kill "$xvfb_pid" 2>/dev/null || true; fi
-  wait 2>/dev/null || true
-  rm -rf "$work"
-}
-trap cleanup EXIT
-
-# The program draws with xcb on our own screen and uses our own store.
-unset QT_QPA_PLATFORM QT_SCALE_FACTOR QT_SCREEN_SCALE_FACTORS QT_AUTO_SCREEN_SCALE_FACTOR
-export ASAN_OPTIONS=detect_leaks=0
-export XDG_CONFIG_HOME="$work/config"
-mkdir -p "$XDG_CONFIG_HOME"
+REQUIRED_TOOLS="python3"
+# shellcheck source=lib.sh
+source "$here/lib.sh"
 store="$XDG_CONFIG_HOME/ZUV Software Development/settings.sqlite"
 pictures="$work/pictures"
 mkdir -p "$pictures"
-
-# --- The virtual screen: the first free display from :97 on. ---------------
-display=""
-for number in $(seq 97 120); do
-  if [ ! -e "/tmp/.X11-unix/X$number" ] && [ ! -e "/tmp/.X$number-lock" ]; then
-    display=":$number"
-    break
-  fi
-done
-[ -n "$display" ] || fail "no free X display between :97 and :120"
-Xvfb "$display" -screen 0 1280x800x24 -nolisten tcp >"$work/xvfb.log" 2>&1 &
-xvfb_pid=$!
-export DISPLAY="$display"
-timeout 10 bash -c 'until xdpyinfo >/dev/null 2>&1 || xdotool getmouselocation >/dev/null 2>&1; do sleep 0.1; done' ||
-  fail "Xvfb did not start on $display: $(cat "$work/xvfb.log")"
-step "Xvfb on $display, screenshots in $out"
-
-shot() {
-  timeout 20 bash -c 'xwd -root -silent | convert xwd:- "$1"' _ "$out/$1.png" || fail "screenshot $1 failed"
-  step "screenshot $out/$1.png"
-}
 
 # --- Three pictures. --------------------------------------------------------
 if command -v convert >/dev/null; then

@@ -1,0 +1,48 @@
+# Shared by the end-to-end checks: failing with a message, a work folder that
+# goes away, a virtual X screen of its own, and screenshots. A check lists the
+# tools it needs beyond these in REQUIRED_TOOLS before it sources this file.
+fail() {
+  echo "e2e: FAIL: $*" >&2
+  exit 1
+}
+step() { echo "e2e: $*"; }
+
+for tool in Xvfb xdotool xwd convert ${REQUIRED_TOOLS:-}; do
+  command -v "$tool" >/dev/null || fail "$tool is not installed (scripts/install-deps.sh installs it)"
+done
+
+work=$(mktemp -d)
+out=${E2E_OUT:-$(mktemp -d)}
+mkdir -p "$out"
+xvfb_pid=""
+app_pid=""
+cleanup() {
+  if [ -n "$app_pid" ]; then kill "$app_pid" 2>/dev/null || true; fi
+  if [ -n "$xvfb_pid" ]; then kill "$xvfb_pid" 2>/dev/null || true; fi
+  wait 2>/dev/null || true
+  rm -rf "$work"
+}
+trap cleanup EXIT
+
+# The program draws with xcb on our own screen and uses our own store.
+unset QT_QPA_PLATFORM QT_SCALE_FACTOR QT_SCREEN_SCALE_FACTORS QT_AUTO_SCREEN_SCALE_FACTOR
+export ASAN_OPTIONS=detect_leaks=0
+export XDG_CONFIG_HOME="$work/config"
+mkdir -p "$XDG_CONFIG_HOME"
+
+# --- The virtual screen: Xvfb picks a free display and tells its number. ---
+Xvfb -displayfd 1 -screen 0 1280x800x24 -nolisten tcp >"$work/display" 2>"$work/xvfb.log" &
+xvfb_pid=$!
+timeout 10 bash -c 'until [ -s "$1" ]; do sleep 0.1; done' _ "$work/display" ||
+  fail "Xvfb did not start: $(cat "$work/xvfb.log")"
+display=":$(head -1 "$work/display")"
+export DISPLAY="$display"
+timeout 10 bash -c 'until xdpyinfo >/dev/null 2>&1 || xdotool getmouselocation >/dev/null 2>&1; do sleep 0.1; done' ||
+  fail "Xvfb did not start on $display: $(cat "$work/xvfb.log")"
+step "Xvfb on $display, screenshots in $out"
+
+shot() {
+  timeout 20 bash -c 'xwd -root -silent | convert xwd:- "$1"' _ "$out/$1.png" || fail "screenshot $1 failed"
+  step "screenshot $out/$1.png"
+}
+
