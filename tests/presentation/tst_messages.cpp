@@ -97,6 +97,25 @@ void tst_messages::catalogue_data()
         "different name from within a paint package and trying again.",
         Stop, Title, true);
 
+    statement("9", 9, {"12"}, "The line number entered is larger than the current 12 lines available.", Warn,
+              "Go To");
+    statement("10", 10, {"a.txt"},
+              "There is a problem saving the document 'a.txt'. This is possibly a read-only document.", Warn,
+              "Save");
+    statement("12", 12, {}, "You cannot enter a value which leaves you with no room to print.", Warn,
+              "Page Setup");
+    statement("19", 19, {"a.txt"},
+              "The document 'a.txt' cannot be reopened. The document may no longer exist.", Warn, "ReOpen");
+    statement("22", 22, {}, "There is a problem with reading TGA 16 bit format, please try another format.",
+              Warn, "Picture");
+    statement("24", 24, {},
+              "You have reached the limit of documents that can be opened in a session, sorry.\r\nYou could "
+              "always close Gazetteer and re-launch it.",
+              Stop, Title, true);
+    statement("25", 25, {"a.txt"},
+              "The document a.txt is no longer available and will now be removed from the list.", Warn,
+              Title);
+
     const Buttons yesNo = Button::Yes | Button::No;
     const Buttons yesNoCancel = yesNo | Button::Cancel;
     // Deleting offers No as the default, so that a plain Enter deletes nothing.
@@ -105,6 +124,11 @@ void tst_messages::catalogue_data()
     question("2 no", 2, "a.jpg", clear, "Clear Picture", yesNo, Button::No, Button::No, 7);
     question("6", 6, "a.txt", "Do you wish to save 'a.txt' before you close ?", Title, yesNoCancel,
              Button::Yes, Button::Cancel, 2);
+    question("5", 5, "notes",
+             "Continuing will loose any unsaved changes for the notes\r\nDo you want to continue ?", "ReOpen",
+             yesNo, Button::Yes, Button::No, 7);
+    question("8", 8, "", "You have unsaved work, do you want to save first ?", "New", yesNoCancel,
+             Button::Yes, Button::Yes, 6);
 
     // Numbers with no row: an empty box with one OK button and no icon, whose OK
     // gives 1. Each kind numbers its rows on its own: a row of one is none of the other.
