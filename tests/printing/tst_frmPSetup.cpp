@@ -134,8 +134,13 @@ void tst_frmPSetup::miniature_data()
     QTest::newRow("Letter portrait") << "Letter" << false << inch << portrait << portraitArea
                                      << "Width: 8.50\""
                                      << "Height: 11.00\"";
+    QTest::newRow("Letter landscape")
+        << "Letter" << true << inch << landscape << landscapeArea << "Width: 11.00\""
+        << "Height: 8.50\"";
     // A4 rounds to the same proportions as Letter. Its sheet is 595 by 842 points,
     // as the printer's page description has it: 8.26 by 11.69 inches.
+    QTest::newRow("A4 portrait") << "A4" << false << inch << portrait << portraitArea << "Width: 8.26\""
+                                 << "Height: 11.69\"";
     QTest::newRow("A4 landscape") << "A4" << true << inch << landscape << landscapeArea << "Width: 11.69\""
                                   << "Height: 8.26\"";
     // Legal's 14.0 inches give 14, a half rounding to the even neighbour.
