@@ -41,7 +41,7 @@ key() {
 
 "$print_tool" "$document" >>"$out/vistarro-print.log" 2>&1 &
 app_pid=$!
-preview=$(timeout 30 xdotool search --sync --name '^Preview$' | head -1) || true
+preview=$(timeout 30 xdotool search --sync --onlyvisible --name '^Preview$' | head -1) || true
 [ -n "$preview" ] || fail "the preview did not appear (see $out/vistarro-print.log)"
 # Without a window manager a new window is drawn once it has been resized.
 xdotool windowsize "$preview" 900 700
@@ -62,9 +62,9 @@ cp "$pdf" "$out/sample.pdf"
 
 key "$preview" alt+f
 key "$preview" c
-timeout 10 bash -c 'while xdotool search --name "^Preview$" >/dev/null 2>&1; do sleep 0.2; done' ||
+timeout 10 bash -c 'while xdotool search --onlyvisible --name "^Preview$" >/dev/null 2>&1; do sleep 0.2; done' ||
   fail "File > Close did not close the preview"
-main=$(xdotool search --name 'sample.txt' | head -1)
+main=$(xdotool search --onlyvisible --name 'sample.txt' | head -1)
 [ -n "$main" ] || fail "the document window is gone"
 key "$main" alt+f
 key "$main" x

@@ -78,10 +78,19 @@ step "store seeded at $store"
 start_app() {
   "$vistarro" >>"$out/vistarro.log" 2>&1 &
   app_pid=$!
-  window=$(timeout 30 xdotool search --sync --name '^Vistarro$' | head -1) || true
+  window=$(timeout 30 xdotool search --sync --onlyvisible --name '^Vistarro$' | head -1) || true
   [ -n "$window" ] || fail "the main window did not appear (see $out/vistarro.log)"
-  # Give the window time to lay out and list the folder.
+  # Give the window time to lay out and list the folder, and to stand at its
+  # restored place: on a loaded machine that can take a while.
   sleep 1.5
+  local place="" previous=""
+  for _ in $(seq 1 20); do
+    window=$(xdotool search --onlyvisible --name '^Vistarro$' | head -1)
+    place=$(xdotool getwindowgeometry --shell "$window" 2>/dev/null | grep -E '^(X|Y)=' | tr '\n' ' ')
+    [ -n "$place" ] && [ "$place" = "$previous" ] && break
+    previous=$place
+    sleep 0.5
+  done
   eval "$(xdotool getwindowgeometry --shell "$window")"
   win_x=$X
   win_y=$Y
@@ -104,12 +113,16 @@ focus_main() {
 }
 
 stop_app() {
-  focus_main
-  key alt+f
-  key x
-  if ! timeout 20 bash -c 'while kill -0 "$1" 2>/dev/null; do sleep 0.2; done' _ "$app_pid"; then
-    fail "Vistarro did not quit from File > Exit"
-  fi
+  # A second try when the first keys were lost on a busy machine.
+  local tries
+  for tries in 1 2; do
+    focus_main
+    key alt+f
+    key x
+    timeout 15 bash -c 'while kill -0 "$1" 2>/dev/null; do sleep 0.2; done' _ "$app_pid" && break
+    key Escape
+  done
+  kill -0 "$app_pid" 2>/dev/null && fail "Vistarro did not quit from File > Exit"
   local status=0
   wait "$app_pid" || status=$?
   app_pid=""
