@@ -12,6 +12,8 @@
 //
 // PRAGMA user_version holds the format version.
 
+#include <QByteArray>
+#include <QFile>
 #include <QString>
 #include <QStringList>
 
@@ -49,6 +51,17 @@ inline QString normaliseKeyPath(const QString& path)
 inline QString fold(const QString& text)
 {
     return text.toCaseFolded();
+}
+
+// The address that opens a store file as it stands on disk, read-only, with no
+// shared-memory file and no log: SQLite's "immutable" URI. A store in
+// write-ahead-log mode can't be read otherwise in a folder where its
+// shared-memory file can't be made (a read-only folder), and what such a folder
+// holds can't change under the reader. Only what reached the database file is
+// read; a log that a killed program left behind is not.
+inline QByteArray immutableUri(const QString& path)
+{
+    return "file:" + QFile::encodeName(path).toPercentEncoding("/") + "?immutable=1";
 }
 
 } // namespace platform::registryformat
