@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QImageReader>
 
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <mutex>
@@ -52,6 +53,40 @@ void limitAllocations()
     std::call_once(once, [] { QImageReader::setAllocationLimit(PictureAllocationLimitMiB); });
 }
 
+// Whether a BMP file stops before the end of its uncompressed pixel rows. The
+// toolkit's decoder stops at the end of the file and leaves the rows it didn't
+// get as the memory held them, so a cut BMP would show stray bytes of the
+// program's memory as pixels. Such a file is refused like a cut PNG or GIF.
+// RLE-compressed files can't be measured without decoding and are left to it.
+bool bmpCutShort(int fd, off_t fileSize)
+{
+    uchar head[34];
+    if (::pread(fd, head, sizeof head, 0) != ssize_t(sizeof head))
+        return false; // too short for any header: the decoder refuses it
+    const auto u16 = [&](int at) { return quint32(head[at]) | quint32(head[at + 1]) << 8; };
+    const auto u32 = [&](int at) { return u16(at) | u16(at + 2) << 16; };
+    const quint32 headerSize = u32(14);
+    qint64 width, height;
+    quint32 bits, compression = 0;
+    if (headerSize == 12) { // the old OS/2 header
+        width = u16(18);
+        height = u16(20);
+        bits = u16(24);
+    } else {
+        width = qint32(u32(18));
+        height = qAbs(qint64(qint32(u32(22))));
+        bits = u16(28);
+        compression = u32(30);
+    }
+    constexpr quint32 Rgb = 0, BitFields = 3, AlphaBitFields = 6;
+    if ((compression != Rgb && compression != BitFields && compression != AlphaBitFields) || width <= 0)
+        return false;
+    const qint64 rowBytes = (width * bits + 31) / 32 * 4;
+    const qint64 room = fileSize - std::max<qint64>(u32(10), 14 + qint64(headerSize));
+    // Divided rather than multiplied: the header's numbers may be anything.
+    return room < 0 || (rowBytes > 0 && height > room / rowBytes);
+}
+
 // An open picture file with its reader, set up as every load reads pictures. The
 // format comes from the content, never from the name: a picture under another
 // format's extension loads all the same.
@@ -77,6 +112,8 @@ struct PictureFile {
     QImage read()
     {
         QImage image;
+        if (reader.format() == "bmp" && bmpCutShort(file.handle(), stamp.size))
+            throw Error(err::InvalidPicture);
         if (!reader.read(&image))
             throw Error(err::InvalidPicture);
         return image;

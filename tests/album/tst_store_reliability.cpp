@@ -6,7 +6,7 @@
 // in its own process, as the next start of the program would.
 //
 // VISTARRO_KILLS sets the number of kills (3 by default), VISTARRO_KILL_SEED the
-// seed of the moments; tools/soak.sh runs many.
+// seed of the moments; scripts/soak.sh runs many.
 #include "TempStore.h"
 
 #include "album/frmMain.h"
