@@ -309,15 +309,18 @@ private slots:
         const int count = qEnvironmentVariableIsSet("VISTARRO_SHARE_COUNT")
                               ? qEnvironmentVariableIntValue("VISTARRO_SHARE_COUNT")
                               : 300;
-        for (const char* round : {"new", "again"}) {
+        for (const char* round : {"a new", "the same"}) {
             const QString go = work.filePath(QString::fromLatin1(round));
             Program first(store.configHome()), second(store.configHome());
             first.start({QStringLiteral("share"), QStringLiteral("0"), QString::number(count), go});
             second.start({QStringLiteral("share"), QStringLiteral("1"), QString::number(count), go});
             QVERIFY(first.process.waitForStarted() && second.process.waitForStarted());
+            QElapsedTimer clock;
+            clock.start();
             QFile(go).open(QIODevice::WriteOnly);
             const bool firstOk = first.finish();
             const bool secondOk = second.finish();
+            const qint64 ms = clock.elapsed();
             QVERIFY2(firstOk, qPrintable(first.output().join('\n') + first.error));
             QVERIFY2(secondOk, qPrintable(second.output().join('\n') + second.error));
 
@@ -328,6 +331,9 @@ private slots:
             for (int i = 1; i <= count; ++i)
                 for (int id = 0; id < 2; ++id)
                     QCOMPARE(slot(2 * i - 1 + id), QStringLiteral("/album/%1/picture%2.jpg").arg(id).arg(i));
+            qInfo("two programs, %s store: %d album slots each written and read back at once in %lld ms, "
+                  "no write lost or failed, integrity ok",
+                  round, count, ms);
             // The next round must find its own paths, not the first round's.
             for (int n = 1; n <= 2 * count; ++n)
                 QVERIFY(clsLibrary::instance().REGSTRWRITE(
