@@ -114,7 +114,9 @@ struct PictureFile {
         QImage image;
         if (reader.format() == "bmp" && bmpCutShort(file.handle(), stamp.size))
             throw Error(err::InvalidPicture);
-        if (!reader.read(&image))
+        // A decoder may report success and give no picture (the MNG plugin does
+        // for some damaged files): that is no picture either.
+        if (!reader.read(&image) || image.isNull())
             throw Error(err::InvalidPicture);
         return image;
     }

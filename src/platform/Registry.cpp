@@ -342,7 +342,7 @@ struct Registry::Impl {
         if (!db && !create) {
             OpenFailure ignored;
             db = openConnection(name, SQLITE_OPEN_READONLY, &ignored);
-            if (!db)
+            if (!db && mayReadImmutable(path))
                 db = openConnection(immutableUri(path), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI, &ignored);
         }
         if (!db)

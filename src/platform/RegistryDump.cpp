@@ -142,7 +142,8 @@ StoreDump dumpStore(const QString& databaseFile, const QString& keyPath)
     if (rc == SQLITE_OK)
         sqlite3_busy_timeout(db, 5000);
     if (rc == SQLITE_OK &&
-        sqlite3_exec(db, "SELECT 1 FROM sqlite_schema", nullptr, nullptr, nullptr) != SQLITE_OK) {
+        sqlite3_exec(db, "SELECT 1 FROM sqlite_schema", nullptr, nullptr, nullptr) != SQLITE_OK &&
+        mayReadImmutable(databaseFile)) {
         // A store in a folder that can't be written may only be readable as it
         // stands on disk.
         sqlite3_close_v2(db);

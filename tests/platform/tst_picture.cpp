@@ -80,6 +80,13 @@ private slots:
             << Kind::File << jpeg.left(120) << platform::err::InvalidPicture;
         QTest::newRow("over the allocation limit")
             << Kind::File << hugeBitmapHeader << platform::err::InvalidPicture;
+        // The MNG plugin reads these bytes "successfully" into no picture at all.
+        QTest::newRow("damaged MNG")
+            << Kind::File
+            << QByteArray::fromHex(
+                   "8a4d4e470d0a1a0a000000000000280000001800000010000000010001009ababdaf40000000"
+                   "c40e00c40c0a100e0d0e1211680000ffffff00000000ec44")
+            << platform::err::InvalidPicture;
         QTest::newRow("folder") << Kind::Folder << QByteArray() << platform::err::InvalidPicture;
         QTest::newRow("named pipe") << Kind::Pipe << QByteArray() << platform::err::InvalidPicture;
         QTest::newRow("missing") << Kind::Missing << QByteArray() << platform::err::FileNotFound;
