@@ -1,7 +1,9 @@
 #!/usr/bin/env bash
 # Builds Vistarro and runs the whole test suite twice: in a normal debug build
 # and under AddressSanitizer and UndefinedBehaviorSanitizer. Also checks that the
-# sources are clang-format clean. Widgets run on the offscreen platform.
+# sources are clang-format clean, and runs every fuzz target for FUZZ_SECONDS
+# (40 unless set) from its generated seed corpus. Widgets run on the offscreen
+# platform.
 set -euo pipefail
 cd "$(dirname "$0")"
 scripts/install-deps.sh
@@ -21,3 +23,6 @@ run_suite() {
 
 run_suite build/debug
 run_suite build/sanitize -DVISTARRO_SANITIZE=ON
+
+echo "== Fuzz"
+fuzz/run.sh "${FUZZ_SECONDS:-40}"

@@ -7,6 +7,7 @@
 
 int main(int argc, char* argv[])
 {
+    platform::App::prepareProcess();
     QApplication app(argc, argv);
     QApplication::setApplicationName(platform::App::Title());
     QApplication::setOrganizationName(platform::App::CompanyName());

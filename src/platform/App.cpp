@@ -3,6 +3,8 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 
+#include <csignal>
+
 namespace platform::App {
 
 QString Path()
@@ -25,6 +27,11 @@ QString CompanyName()
 QString Version()
 {
     return QStringLiteral(VISTARRO_VERSION);
+}
+
+void prepareProcess()
+{
+    std::signal(SIGXFSZ, SIG_IGN);
 }
 
 } // namespace platform::App

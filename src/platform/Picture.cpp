@@ -6,9 +6,11 @@
 #include <QFile>
 #include <QImageReader>
 
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <mutex>
+#include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -52,6 +54,75 @@ void limitAllocations()
     std::call_once(once, [] { QImageReader::setAllocationLimit(PictureAllocationLimitMiB); });
 }
 
+// Whether a whole picture of this stored size and format passes the decoder's
+// allocation limit, counted as the decoder counts it: whole lines of 32-bit
+// words.
+bool withinAllocationLimit(QSize size, QImage::Format format)
+{
+    const int depth = QImage::toPixelFormat(format).bitsPerPixel();
+    if (depth <= 0)
+        return false;
+    const qint64 bytesPerLine = ((qint64(size.width()) * depth + 31) >> 5) << 2;
+    return bytesPerLine * size.height() <= qint64(PictureAllocationLimitMiB) << 20;
+}
+
+// What the toolkit's BMP decoder reads from a BMP header, read by its rules:
+// header sizes 40, 64, 108 and 124 have 32-bit fields and a compression; any
+// other size is taken for the old header with signed 16-bit sizes.
+//
+// The decoder fills the pixels it reads into a picture that it doesn't clear
+// first: rows after the end of a cut file, and pixels that run-length data skips
+// or never reaches, keep what the memory held, so the program's own bytes would
+// show as pixels, differently every time.
+struct BmpHeader {
+    enum Compression : quint32 { Rgb = 0, RunLength8 = 1, RunLength4 = 2, BitFields = 3 };
+    qint64 dataOffset = 0; // where the pixels start, at the earliest
+    qint64 width = 0;
+    qint64 height = 0;
+    quint32 bits = 0;
+    quint32 compression = Rgb;
+
+    static std::optional<BmpHeader> read(int fd)
+    {
+        uchar head[34];
+        if (::pread(fd, head, sizeof head, 0) != ssize_t(sizeof head))
+            return std::nullopt; // too short for any header: the decoder refuses it
+        const auto u16 = [&](int at) { return quint32(head[at]) | quint32(head[at + 1]) << 8; };
+        const auto u32 = [&](int at) { return u16(at) | u16(at + 2) << 16; };
+        BmpHeader h;
+        const quint32 headerSize = u32(14);
+        h.dataOffset = std::max<qint64>(u32(10), 14 + qint64(headerSize));
+        if (headerSize == 40 || headerSize == 64 || headerSize == 108 || headerSize == 124) {
+            h.width = qint32(u32(18));
+            h.height = qAbs(qint64(qint32(u32(22))));
+            h.bits = u16(28);
+            h.compression = u32(30);
+        } else {
+            h.width = qint16(u16(18));
+            h.height = qAbs(qint16(u16(20)));
+            h.bits = u16(24);
+        }
+        return h;
+    }
+
+    // Uncompressed pixels that the file ends before: such a file is refused,
+    // like a cut PNG or GIF.
+    bool cutShort(qint64 fileSize) const
+    {
+        if ((compression != Rgb && compression != BitFields) || width <= 0)
+            return false;
+        const qint64 rowBytes = (width * bits + 31) / 32 * 4;
+        const qint64 room = fileSize - dataOffset;
+        // Divided rather than multiplied: the header's numbers may be anything.
+        return room < 0 || (rowBytes > 0 && height > room / rowBytes);
+    }
+
+    // Run-length data can't be measured without decoding it, so it is decoded
+    // into a picture of the decoder's own size and format cleared beforehand,
+    // which the decoder then fills instead of one of its own.
+    bool runLength() const { return compression == RunLength8 || compression == RunLength4; }
+};
+
 // An open picture file with its reader, set up as every load reads pictures. The
 // format comes from the content, never from the name: a picture under another
 // format's extension loads all the same.
@@ -77,23 +148,25 @@ struct PictureFile {
     QImage read()
     {
         QImage image;
-        if (!reader.read(&image))
+        if (reader.format() == "bmp") {
+            if (const auto bmp = BmpHeader::read(file.handle())) {
+                if (bmp->cutShort(stamp.size))
+                    throw Error(err::InvalidPicture);
+                const QSize size(int(bmp->width), int(bmp->height));
+                if (bmp->runLength() && !size.isEmpty() &&
+                    withinAllocationLimit(size, QImage::Format_Indexed8)) {
+                    image = QImage(size, QImage::Format_Indexed8);
+                    image.fill(0);
+                }
+            }
+        }
+        // A decoder may report success and give no picture (the MNG plugin does
+        // for some damaged files): that is no picture either.
+        if (!reader.read(&image) || image.isNull())
             throw Error(err::InvalidPicture);
         return image;
     }
 };
-
-// Whether a whole picture of this stored size and format passes the decoder's
-// allocation limit, counted as the decoder counts it: whole lines of 32-bit
-// words.
-bool withinAllocationLimit(QSize size, QImage::Format format)
-{
-    const int depth = QImage::toPixelFormat(format).bitsPerPixel();
-    if (depth <= 0)
-        return false;
-    const qint64 bytesPerLine = ((qint64(size.width()) * depth + 31) >> 5) << 2;
-    return bytesPerLine * size.height() <= qint64(PictureAllocationLimitMiB) << 20;
-}
 
 // The orientation maps a stored picture to the upright one by mirroring, then
 // flipping, then turning a quarter clockwise, in that order. These map a pixel

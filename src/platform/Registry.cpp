@@ -224,10 +224,10 @@ struct OpenFailure {
 
 // Opens a connection and reads the schema, which rejects a file that isn't a
 // database before anything could be written to it. nullptr on failure.
-sqlite3* openConnection(const QString& path, int flags, OpenFailure* failure)
+sqlite3* openConnection(const QByteArray& name, int flags, OpenFailure* failure)
 {
     sqlite3* db = nullptr;
-    int rc = sqlite3_open_v2(QFile::encodeName(path).constData(), &db, flags, nullptr);
+    int rc = sqlite3_open_v2(name.constData(), &db, flags, nullptr);
     if (rc == SQLITE_OK) {
         sqlite3_extended_result_codes(db, 1);
         sqlite3_busy_timeout(db, BusyTimeoutMs);
@@ -259,6 +259,11 @@ struct Registry::Impl {
     StatementCache statements;
     bool writable = false;
     bool schemaReady = false;
+    // A store is checked for damage before this connection first writes to it. A
+    // damaged one is read as far as it can be and never written, so that nothing
+    // that could still be saved from it is overwritten.
+    bool checked = false;
+    bool damaged = false;
     // The key paths used last, ready folded: adding a folder writes the album's
     // count and then a slot for each of its pictures, and folding the paths anew
     // each time would cost about as much as the look-up itself.
@@ -291,18 +296,54 @@ struct Registry::Impl {
         db = nullptr;
         writable = false;
         schemaReady = false;
+        checked = false;
+        damaged = false;
+    }
+
+    // Takes note of a result that says the file is damaged.
+    void noteResult(int rc)
+    {
+        const int primary = rc & 0xff;
+        if ((primary == SQLITE_CORRUPT || primary == SQLITE_NOTADB) && !damaged)
+            markDamaged(QString::fromUtf8(sqlite3_errstr(rc)));
+    }
+
+    void markDamaged(const QString& why)
+    {
+        damaged = true;
+        qWarning("The settings store %s is damaged (%s): it is read as far as it can be and not written.",
+                 qPrintable(databasePath()), qPrintable(why));
+    }
+
+    // PRAGMA quick_check walks every page of the store: a damaged page, a lost
+    // page or a broken link between them shows.
+    void checkForDamage()
+    {
+        checked = true;
+        Statement check(statements, db, "PRAGMA quick_check(1)");
+        const int rc = check.step();
+        if (rc != SQLITE_ROW) {
+            noteResult(rc);
+            return;
+        }
+        const QString verdict = QString::fromUtf8(check.columnBytes(0));
+        if (verdict != QLatin1String("ok"))
+            markDamaged(verdict);
     }
 
     // Opens the store read-write, creating the file only if `create`; an
     // existing store that can't be written is opened read-only.
     bool open(const QString& path, bool create, OpenFailure* failure)
     {
+        const QByteArray name = QFile::encodeName(path);
         const int flags = SQLITE_OPEN_READWRITE | (create ? SQLITE_OPEN_CREATE : 0);
-        db = openConnection(path, flags, failure);
+        db = openConnection(name, flags, failure);
         writable = db && !sqlite3_db_readonly(db, "main");
         if (!db && !create) {
             OpenFailure ignored;
-            db = openConnection(path, SQLITE_OPEN_READONLY, &ignored);
+            db = openConnection(name, SQLITE_OPEN_READONLY, &ignored);
+            if (!db && mayReadImmutable(path))
+                db = openConnection(immutableUri(path), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI, &ignored);
         }
         if (!db)
             return false;
@@ -346,6 +387,12 @@ struct Registry::Impl {
         if (!writable)
             throw Error(err::PermissionDenied,
                         QStringLiteral("The settings store %1 is read-only").arg(databasePath()));
+        if (!checked)
+            checkForDamage();
+        if (damaged)
+            throw Error(
+                err::PathFileAccess,
+                QStringLiteral("The settings store %1 is damaged and is left as it is").arg(databasePath()));
         if (!schemaReady) {
             // Reads leave the file as it is; the first write of a connection
             // switches it to the write-ahead log, which lets another running
@@ -424,8 +471,11 @@ std::optional<RegistryValue> Registry::queryValue(uint32_t root, const QString& 
     Statement query(impl_->statements, db, "SELECT type, data FROM reg_value WHERE key = ?1 AND folded = ?2");
     query.bind(1, key);
     query.bind(2, fold(name));
-    if (query.step() != SQLITE_ROW)
+    const int rc = query.step();
+    if (rc != SQLITE_ROW) {
+        impl_->noteResult(rc);
         return std::nullopt;
+    }
     return RegistryValue{query.columnInt(0), query.columnBytes(1)};
 }
 
@@ -438,8 +488,10 @@ QStringList Registry::valueNames(uint32_t root, const QString& keyPath)
         return names;
     Statement query(impl_->statements, db, "SELECT name FROM reg_value WHERE key = ?1");
     query.bind(1, key);
-    while (query.step() == SQLITE_ROW)
+    int rc;
+    while ((rc = query.step()) == SQLITE_ROW)
         names << QString::fromUtf8(query.columnBytes(0));
+    impl_->noteResult(rc);
     return names;
 }
 
@@ -457,7 +509,9 @@ bool Registry::keyExists(uint32_t root, const QString& keyPath)
         return false;
     Statement query(impl_->statements, db, "SELECT 1 FROM reg_key WHERE folded = ?1");
     query.bind(1, key);
-    return query.step() == SQLITE_ROW;
+    const int rc = query.step();
+    impl_->noteResult(rc);
+    return rc == SQLITE_ROW;
 }
 
 void Registry::setValue(uint32_t root, const QString& keyPath, const QString& name,
@@ -505,6 +559,7 @@ void Registry::setValue(uint32_t root, const QString& keyPath, const QString& na
 
         Statement(impl_->statements, db, "COMMIT").run(what);
     } catch (...) {
+        impl_->noteResult(sqlite3_extended_errcode(db));
         if (!sqlite3_get_autocommit(db))
             sqlite3_exec(db, "ROLLBACK", nullptr, nullptr, nullptr);
         throw;

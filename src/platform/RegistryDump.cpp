@@ -141,6 +141,16 @@ StoreDump dumpStore(const QString& databaseFile, const QString& keyPath)
     int rc = sqlite3_open_v2(QFile::encodeName(databaseFile).constData(), &db, SQLITE_OPEN_READONLY, nullptr);
     if (rc == SQLITE_OK)
         sqlite3_busy_timeout(db, 5000);
+    if (rc == SQLITE_OK &&
+        sqlite3_exec(db, "SELECT 1 FROM sqlite_schema", nullptr, nullptr, nullptr) != SQLITE_OK &&
+        mayReadImmutable(databaseFile)) {
+        // A store in a folder that can't be written may only be readable as it
+        // stands on disk.
+        sqlite3_close_v2(db);
+        db = nullptr;
+        rc = sqlite3_open_v2(immutableUri(databaseFile).constData(), &db,
+                             SQLITE_OPEN_READONLY | SQLITE_OPEN_URI, nullptr);
+    }
     // One read transaction, so that the keys and values are of one moment even
     // while the program writes.
     if (rc == SQLITE_OK)

@@ -12,8 +12,14 @@
 //
 // PRAGMA user_version holds the format version.
 
+#include <QByteArray>
+#include <QFile>
+#include <QFileInfo>
 #include <QString>
 #include <QStringList>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace platform::registryformat {
 
@@ -49,6 +55,25 @@ inline QString normaliseKeyPath(const QString& path)
 inline QString fold(const QString& text)
 {
     return text.toCaseFolded();
+}
+
+// The address that opens a store file as it stands on disk, read-only, with no
+// shared-memory file and no log: SQLite's "immutable" URI. A store in
+// write-ahead-log mode can't be read otherwise in a folder where its
+// shared-memory file can't be made (a read-only folder). Only what reached the
+// database file is read; a log that a killed program left behind is not.
+inline QByteArray immutableUri(const QString& path)
+{
+    return "file:" + QFile::encodeName(path).toPercentEncoding("/") + "?immutable=1";
+}
+
+// Whether the store may be read through immutableUri: only where this process
+// can't write beside the store file, since there nobody of this user can be
+// writing the store (a write needs the log beside it) while it is read.
+inline bool mayReadImmutable(const QString& path)
+{
+    const QByteArray folder = QFile::encodeName(QFileInfo(path).path());
+    return faccessat(AT_FDCWD, folder.constData(), W_OK, AT_EACCESS) != 0;
 }
 
 } // namespace platform::registryformat

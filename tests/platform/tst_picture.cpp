@@ -80,6 +80,13 @@ private slots:
             << Kind::File << jpeg.left(120) << platform::err::InvalidPicture;
         QTest::newRow("over the allocation limit")
             << Kind::File << hugeBitmapHeader << platform::err::InvalidPicture;
+        // The MNG plugin reads these bytes "successfully" into no picture at all.
+        QTest::newRow("damaged MNG")
+            << Kind::File
+            << QByteArray::fromHex(
+                   "8a4d4e470d0a1a0a000000000000280000001800000010000000010001009ababdaf40000000"
+                   "c40e00c40c0a100e0d0e1211680000ffffff00000000ec44")
+            << platform::err::InvalidPicture;
         QTest::newRow("folder") << Kind::Folder << QByteArray() << platform::err::InvalidPicture;
         QTest::newRow("named pipe") << Kind::Pipe << QByteArray() << platform::err::InvalidPicture;
         QTest::newRow("missing") << Kind::Missing << QByteArray() << platform::err::FileNotFound;
@@ -136,6 +143,51 @@ private slots:
         // Qt can't remove a name that isn't UTF-8.
         ::unlink(platform::encodeFileName(path).constData());
         QCOMPARE(loaded, size);
+    }
+
+    // Run-length data that stops after four pixels: the decoder sets those and
+    // nothing else, so every other pixel must come out as colour 0, not as
+    // whatever the memory held before (memory freed just before, full of 0x77).
+    void runLengthBitmapWithGaps()
+    {
+        QByteArray bmp = QByteArray::fromHex("424d"
+                                             "00000000"
+                                             "00000000"
+                                             "3e000000" // file header, data at 62
+                                             "28000000"
+                                             "40000000"
+                                             "30000000" // 40-byte header, 64 x 48
+                                             "0100"
+                                             "0800"
+                                             "01000000" // 8 bits, RLE8
+                                             "00000000"
+                                             "00000000"
+                                             "00000000"
+                                             "02000000"
+                                             "00000000"
+                                             "00000000"
+                                             "0000ff00" // colours: black, red
+                                             "0401"
+                                             "0001"); // four of colour 1, end
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("gaps.bmp"));
+        writeFile(path, bmp);
+        for (int round = 0; round < 3; ++round) {
+            {
+                QByteArray(64 * 48, '\x77').detach();
+            }
+            const QImage image = platform::LoadPicture(path);
+            QCOMPARE(image.size(), QSize(64, 48));
+            int red = 0;
+            for (int y = 0; y < image.height(); ++y)
+                for (int x = 0; x < image.width(); ++x) {
+                    const QRgb pixel = image.pixel(x, y);
+                    red += pixel == qRgb(255, 0, 0);
+                    QVERIFY2(pixel == qRgb(255, 0, 0) || pixel == qRgb(0, 0, 0),
+                             qPrintable(QString::number(pixel, 16)));
+                }
+            QCOMPARE(red, 4);
+        }
     }
 };
 
