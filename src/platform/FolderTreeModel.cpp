@@ -39,6 +39,24 @@ bool isFolder(const QByteArray& path, unsigned char type)
     return ::stat(path.constData(), &info) == 0 && S_ISDIR(info.st_mode);
 }
 
+// The order of folder names in the tree: as a file manager sorts them.
+class NameOrder {
+public:
+    NameOrder()
+    {
+        collator_.setCaseSensitivity(Qt::CaseInsensitive);
+        collator_.setNumericMode(true);
+    }
+    bool operator()(const QByteArray& a, const QByteArray& b) const
+    {
+        const int order = collator_.compare(decodeFileName(a), decodeFileName(b));
+        return order != 0 ? order < 0 : a < b;
+    }
+
+private:
+    QCollator collator_;
+};
+
 // The visible subfolders of a folder, sorted as a file manager sorts them.
 std::vector<QByteArray> subfolderNames(const QByteArray& folder)
 {
@@ -54,13 +72,8 @@ std::vector<QByteArray> subfolderNames(const QByteArray& folder)
             names.push_back(name);
     }
     ::closedir(dir);
-    QCollator collator;
-    collator.setCaseSensitivity(Qt::CaseInsensitive);
-    collator.setNumericMode(true);
-    std::sort(names.begin(), names.end(), [&](const QByteArray& a, const QByteArray& b) {
-        const int order = collator.compare(decodeFileName(a), decodeFileName(b));
-        return order != 0 ? order < 0 : a < b;
-    });
+    const NameOrder before;
+    std::sort(names.begin(), names.end(), before);
     return names;
 }
 
@@ -183,6 +196,26 @@ void FolderTreeModel::readChildren(Node* node)
     endInsertRows();
 }
 
+FolderTreeModel::Node* FolderTreeModel::insertChild(Node* node, const QByteArray& name)
+{
+    const NameOrder before;
+    auto place = std::find_if(node->children.begin(), node->children.end(), [&](const auto& child) {
+        return before(name, child->path.mid(child->path.lastIndexOf('/') + 1));
+    });
+    const int row = static_cast<int>(place - node->children.begin());
+    beginInsertRows(indexOfNode(node), row, row);
+    auto child = std::make_unique<Node>();
+    child->path = childPath(node->path, name);
+    child->label = decodeFileName(name);
+    child->parent = node;
+    Node* inserted = child.get();
+    node->children.insert(place, std::move(child));
+    for (size_t at = size_t(row); at < node->children.size(); ++at)
+        node->children[at]->row = static_cast<int>(at);
+    endInsertRows();
+    return inserted;
+}
+
 QString FolderTreeModel::pathOf(const QModelIndex& index) const
 {
     const Node* node = nodeOf(index);
@@ -209,8 +242,13 @@ QModelIndex FolderTreeModel::indexOf(const QString& path)
         const QByteArray wanted = childPath(node->path, part);
         auto found = std::find_if(node->children.begin(), node->children.end(),
                                   [&](const auto& child) { return child->path == wanted; });
-        if (found == node->children.end())
-            return {};
+        if (found == node->children.end()) {
+            // Made after its parent was read: it joins the tree in its place.
+            if (part.startsWith('.') || !isFolder(wanted, DT_UNKNOWN))
+                return {};
+            node = insertChild(node, part);
+            continue;
+        }
         node = found->get();
     }
     return indexOfNode(node);

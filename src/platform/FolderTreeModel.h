@@ -30,8 +30,9 @@ public:
 
     // The folder's path in text form; "/" for the root.
     QString pathOf(const QModelIndex& index) const;
-    // The entry of a folder given in text form, reading the levels on the way;
-    // an invalid index when the tree has no such folder.
+    // The entry of a folder given in text form, reading the levels on the way
+    // (a folder made since its parent was read is added); an invalid index when
+    // there is no such visible folder.
     QModelIndex indexOf(const QString& path);
 
 private:
@@ -39,6 +40,8 @@ private:
     Node* nodeOf(const QModelIndex& index) const;
     QModelIndex indexOfNode(Node* node) const;
     void readChildren(Node* node);
+    // Adds a subfolder that wasn't there when NODE was read.
+    Node* insertChild(Node* node, const QByteArray& name);
 
     std::vector<std::unique_ptr<Node>> roots_;
     QIcon folderIcon_;

@@ -149,6 +149,14 @@ private slots:
         QCOMPARE(form->SBMAIN->panelText(2), QStringLiteral("6 pictures found"));
         QCOMPARE(form->LBLDESC->text(), "Vistarro - (" + dir.path() + ")");
 
+        // A folder made after its parent was read can be chosen, and takes its place.
+        form->FTVBROWSE->setSelectedfolder(dir.filePath("sub.jpg"));
+        QVERIFY(QDir(dir.path()).mkdir("later"));
+        form->FTVBROWSE->setSelectedfolder(dir.filePath("later"));
+        QCOMPARE(form->FTVBROWSE->currentIndex().row(), 0);
+        QCOMPARE(form->FTVBROWSE->currentIndex().sibling(1, 0).data().toString(), QStringLiteral("sub.jpg"));
+        form->FTVBROWSE->setSelectedfolder(dir.path());
+
         // The folder comes back at the next start.
         form = restart();
         QCOMPARE(form->FTVBROWSE->selectedfolder(), dir.path());
