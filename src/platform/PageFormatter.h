@@ -32,6 +32,14 @@ struct FORMATRANGE {
     RECT rc;
     RECT rcPage;
     CHARRANGE chrg;
+
+    // The next page of a walk starts at POSITION, on DEVICE (read anew for each page).
+    void continueAt(int32_t position, Canvas* device)
+    {
+        chrg.cpMin = position;
+        hdc = device;
+        hdcTarget = device;
+    }
 };
 
 // Lays a rich text document out one page at a time. The layout is made once in

@@ -49,14 +49,6 @@ int16_t fractionToTwips(double inches)
     return toInt16(inches * TwipsPerInch);
 }
 
-// The next page of a walk starts at POSITION: on the same device, from there.
-void continueAt(platform::FORMATRANGE& range, int32_t position)
-{
-    range.chrg.cpMin = position;
-    range.hdc = &platform::currentPrinter();
-    range.hdcTarget = range.hdc;
-}
-
 } // namespace
 
 void clsPrinting::INITIALIZEPATH(Form* FORMNAME, platform::RichTextBox* RICHTEXTPATH)
@@ -131,7 +123,7 @@ int32_t clsPrinting::PAGECOUNT(Form* FORMNAME, int32_t /*CURSORPOS*/, int16_t PG
         // A page that doesn't move on ends the count as the end of the text would.
         if (TEXTPOS >= TEXTLEN || TEXTPOS <= start)
             break;
-        continueAt(FRSCAN, TEXTPOS);
+        FRSCAN.continueAt(TEXTPOS, &platform::currentPrinter());
         ++count;
     }
     form.RTF2->FormatRange(false, nullptr);
@@ -197,7 +189,7 @@ void clsPrinting::PRINTDOCUMENT(Form* FORMNAME, platform::RichTextBox* RICHTEXT1
                 textEnded = true;
                 break;
             }
-            continueAt(FRSCAN, TEXTPOS);
+            FRSCAN.continueAt(TEXTPOS, &platform::currentPrinter());
             if (page == to)
                 break;
             ++page;
@@ -236,7 +228,7 @@ void clsPrinting::PRINTDOCUMENT(Form* FORMNAME, platform::RichTextBox* RICHTEXT1
                 break;
             printer.NewPage();
             printer.Print(QString());
-            continueAt(FRPRINT, TEXTPOS);
+            FRPRINT.continueAt(TEXTPOS, &platform::currentPrinter());
             ++page;
         }
         printer.EndDoc();

@@ -132,7 +132,7 @@ int32_t clsPrinting::surfacePageCount(platform::PictureSurface* surface)
         TEXTPOS = document.FormatRange(false, &FRSCAN);
         if (TEXTPOS >= TEXTLEN || TEXTPOS <= start)
             break;
-        FRSCAN.chrg.cpMin = TEXTPOS;
+        FRSCAN.continueAt(TEXTPOS, surface);
         ++count;
     }
     document.FormatRange(false, nullptr);
@@ -165,9 +165,7 @@ void clsPrinting::PAGESEL(int16_t PAGENUMBER, platform::PictureSurface* INCONTRO
             if (page == PAGENUMBER)
                 break;
             INCONTROL->Cls();
-            FRSCAN.chrg.cpMin = TEXTPOS;
-            FRSCAN.hdc = INCONTROL;
-            FRSCAN.hdcTarget = INCONTROL;
+            FRSCAN.continueAt(TEXTPOS, INCONTROL);
         }
         form.RTF2->FormatRange(false, nullptr);
         INCONTROL->Refresh();
