@@ -8,7 +8,7 @@ packages=(
   qt6-base-dev qt6-image-formats-plugins libgl-dev
   libsqlite3-dev libbenchmark-dev
   clang-format clang libclang-rt-14-dev poppler-utils
-  xvfb xdotool x11-apps x11-utils imagemagick python3
+  xvfb openbox xdotool x11-apps x11-utils imagemagick python3
 )
 
 missing=()

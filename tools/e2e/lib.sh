@@ -1,11 +1,23 @@
 # Shared by the end-to-end checks: failing with a message, a work folder that
 # goes away, a virtual X screen of its own, and screenshots. A check lists the
 # tools it needs beyond these in REQUIRED_TOOLS before it sources this file.
+#
+# E2E_WM=openbox runs the screen under a window manager, which frames, places
+# and focuses windows as a desktop does; unset (or "none") the screen is bare.
+# Many faults of placement and focus show only under a window manager, so CTest
+# runs each check both ways.
 fail() {
   echo "e2e: FAIL: $*" >&2
   exit 1
 }
 step() { echo "e2e: $*"; }
+
+wm=${E2E_WM:-none}
+case "$wm" in
+  none) ;;
+  openbox) REQUIRED_TOOLS="${REQUIRED_TOOLS:-} openbox xprop" ;;
+  *) fail "unknown E2E_WM=$wm (openbox or none)" ;;
+esac
 
 for tool in Xvfb xdotool xwd convert ${REQUIRED_TOOLS:-}; do
   command -v "$tool" >/dev/null || fail "$tool is not installed (scripts/install-deps.sh installs it)"
@@ -15,9 +27,11 @@ work=$(mktemp -d)
 out=${E2E_OUT:-$(mktemp -d)}
 mkdir -p "$out"
 xvfb_pid=""
+wm_pid=""
 app_pid=""
 cleanup() {
   if [ -n "$app_pid" ]; then kill "$app_pid" 2>/dev/null || true; fi
+  if [ -n "$wm_pid" ]; then kill "$wm_pid" 2>/dev/null || true; fi
   if [ -n "$xvfb_pid" ]; then kill "$xvfb_pid" 2>/dev/null || true; fi
   wait 2>/dev/null || true
   rm -rf "$work"
@@ -40,6 +54,16 @@ export DISPLAY="$display"
 timeout 10 bash -c 'until xdpyinfo >/dev/null 2>&1 || xdotool getmouselocation >/dev/null 2>&1; do sleep 0.1; done' ||
   fail "Xvfb did not start on $display: $(cat "$work/xvfb.log")"
 step "Xvfb on $display, screenshots in $out"
+
+# --- The window manager, when asked for: ready once it names itself on the root.
+if [ "$wm" = openbox ]; then
+  mkdir -p "$work/openbox"
+  openbox --sm-disable >"$work/openbox/log" 2>&1 &
+  wm_pid=$!
+  timeout 10 bash -c 'until xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q "window id"; do sleep 0.1; done' ||
+    fail "openbox did not start: $(cat "$work/openbox/log")"
+  step "openbox manages $display"
+fi
 
 shot() {
   timeout 20 bash -c 'xwd -root -silent | convert xwd:- "$1"' _ "$out/$1.png" || fail "screenshot $1 failed"
