@@ -9,6 +9,7 @@
 #include <QTextLayout>
 
 #include <algorithm>
+#include <vector>
 
 namespace platform {
 
@@ -22,6 +23,61 @@ struct PageEnd {
     int32_t next;
     double bottom;
 };
+
+// Where a block's lines are measured from: its line positions count from the
+// layout's origin, above any top margin, while its rectangle starts at its first
+// line.
+QPointF layoutOrigin(QAbstractTextDocumentLayout* documentLayout, const QTextBlock& block)
+{
+    const QRectF box = documentLayout->blockBoundingRect(block);
+    return {box.left(), box.top() - block.layout()->boundingRect().top()};
+}
+
+// Draws the part of the laid out document between TOP and BOTTOM, in twips, and
+// nothing else. The layout draws each block that touches its clip, and of such a
+// block also the one line just above the clip; the painter's clip hides that line,
+// but a PDF keeps its text, where a search or a copy would find it twice. So a
+// block that begins above the top is left to the layout hidden, and its lines from
+// the top down are drawn one by one after it.
+void drawBetween(QPainter& painter, QTextDocument& document, double top, double bottom, double width)
+{
+    QAbstractTextDocumentLayout* documentLayout = document.documentLayout();
+    const QRectF area(0, top, width, bottom - top);
+    struct Begun {
+        QTextBlock block;
+        QPointF origin;
+    };
+    std::vector<Begun> begun;
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        const QTextLayout* lines = block.layout();
+        if (!lines || lines->lineCount() == 0 || !block.isVisible())
+            continue;
+        const QRectF box = documentLayout->blockBoundingRect(block);
+        const QPointF origin = layoutOrigin(documentLayout, block);
+        if (box.bottom() < top || box.top() > bottom || origin.y() + lines->lineAt(0).y() >= top)
+            continue;
+        begun.push_back({block, origin});
+        block.setVisible(false);
+    }
+
+    painter.setClipRect(area, Qt::IntersectClip);
+    QAbstractTextDocumentLayout::PaintContext context;
+    context.clip = area;
+    context.palette.setColor(QPalette::Text, Qt::black);
+    documentLayout->draw(&painter, context);
+
+    painter.setPen(Qt::black);
+    for (Begun& part : begun) {
+        part.block.setVisible(true);
+        const QTextLayout* lines = part.block.layout();
+        for (int index = 0; index < lines->lineCount(); ++index) {
+            const QTextLine line = lines->lineAt(index);
+            const double lineTop = part.origin.y() + line.y();
+            if (lineTop >= top && lineTop < bottom)
+                line.draw(&painter, part.origin);
+        }
+    }
+}
 
 } // namespace
 
@@ -73,9 +129,7 @@ int32_t PageFormatter::formatRange(const QTextDocument& source, const FORMATRANG
         const QTextLayout* lines = block.layout();
         if (!lines || lines->lineCount() == 0)
             continue;
-        // The block's rectangle starts at its first line; line positions count
-        // from the layout's origin, above any top margin.
-        const double blockTop = documentLayout->blockBoundingRect(block).top() - lines->boundingRect().top();
+        const double blockTop = layoutOrigin(documentLayout, block).y();
         int index = 0;
         if (block == firstBlock) {
             const QTextLine line = lines->lineForTextPosition(first - block.position());
@@ -118,12 +172,8 @@ int32_t PageFormatter::formatRange(const QTextDocument& source, const FORMATRANG
             // One device pixel short at the bottom, so the first line of the next
             // page doesn't show its top edge here when it is rounded upwards.
             const double pixel = TwipsPerInch / range.hdc->dpiY();
-            const QRectF visible(0, pageTop, width, std::max(0.0, end.bottom - pageTop - pixel));
-            painter->setClipRect(visible, Qt::IntersectClip);
-            QAbstractTextDocumentLayout::PaintContext context;
-            context.clip = visible;
-            context.palette.setColor(QPalette::Text, Qt::black);
-            documentLayout->draw(painter, context);
+            if (end.bottom - pixel > pageTop)
+                drawBetween(*painter, *layout_, pageTop, end.bottom - pixel, width);
             painter->restore();
         }
     }
