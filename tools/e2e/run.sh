@@ -164,6 +164,9 @@ sleep 0.5
 
 focus_main
 click_at "${selected_row[@]}"
+# Home makes the first row current whatever the rows' height (the click may land
+# on another row when the font is smaller or the window otherwise laid out).
+key Home
 # The program removes on the release of Delete with Ctrl still down, and
 # "xdotool key ctrl+Delete" lets go of Ctrl first: hold it by hand.
 timeout 5 xdotool keydown ctrl
