@@ -2,10 +2,10 @@
 
 #include <QString>
 
+#include <cstdint>
+
 class QLocale;
 class QTime;
-
-#include <cstdint>
 
 // The runtime's conversions between text and numbers, with its failure rules:
 // a strict conversion of text that is not a number throws a type mismatch, a
