@@ -16,13 +16,14 @@ set(CPACK_DEBIAN_PACKAGE_SECTION "graphics")
 set(CPACK_DEBIAN_PACKAGE_PRIORITY "optional")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-image-formats-plugins")
+# Lines of the description stay within 80 characters, as Debian's tools ask.
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
-  "Vistarro browses the folders of the machine, collects pictures (BMP, JPEG and GIF) \
-into an album and plays the album as a full-screen timed slideshow. Every change to \
-the album is kept at once in a per-user settings store.
+  "Vistarro browses the folders of the machine, collects pictures (BMP, JPEG
+and GIF) into an album and plays the album as a full-screen timed slideshow.
+Every change to the album is kept at once in a per-user settings store.
 
-The package also holds vistarro-store, which prints the settings store, vistarro-info, \
-which prints the type, size and colour depth of pictures, and vistarro-print, a print \
-preview for rich text and plain text files.")
+The package also holds vistarro-store, which prints the settings store,
+vistarro-info, which prints the type, size and colour depth of pictures, and
+vistarro-print, a print preview for rich text and plain text files.")
 set(CPACK_PACKAGE_DIRECTORY "${PROJECT_BINARY_DIR}/package")
 include(CPack)

@@ -86,12 +86,12 @@ start_app() {
 
 # Clicks at a point given relative to the main window's top left corner.
 click_at() {
-  timeout 5 xdotool mousemove --sync $((win_x + $1)) $((win_y + $2)) click 1
+  DISPLAY=$input_display timeout 5 xdotool mousemove --sync $((win_x + $1)) $((win_y + $2)) click 1
   sleep 0.4
 }
 
 key() {
-  timeout 5 xdotool key --clearmodifiers "$@"
+  DISPLAY=$input_display timeout 5 xdotool key --clearmodifiers "$@"
   sleep 0.4
 }
 
@@ -115,6 +115,13 @@ stop_app() {
   app_pid=""
   [ "$status" -eq 0 ] || fail "Vistarro exited with status $status (see $out/vistarro.log)"
 }
+
+# Points on the default layout, relative to the window's client area on a
+# 1280x800 screen without a window manager: the first row of the found list and
+# of the selected list (the window opens at 61,63 with the found list's first
+# row at 360,194 and the selected list's at 360,349).
+found_row=(299 131)
+selected_row=(299 286)
 
 # A value of the program's key as the store holds it now ("" when missing).
 stored() {

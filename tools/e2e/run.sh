@@ -26,12 +26,6 @@ source "$here/lib.sh"
 source "$here/album.sh"
 prepare_pictures
 
-# Points on the default layout, relative to the window's client area on a
-# 1280x800 screen without a window manager: the first row of the found list and
-# of the selected list (the window opens at 61,63 with the found list's first
-# row at 360,194 and the selected list's at 360,349).
-found_row=(299 131)
-selected_row=(299 286)
 
 start_app
 shot main-start

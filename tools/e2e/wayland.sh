@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # End-to-end check in a Wayland session: weston on a headless output with
-# XWayland, as a GNOME or KDE session offers both.
+# XWayland, as a GNOME or KDE session offers both. Keys reach the program
+# through weston, as a person's do.
 #
 #   tools/e2e/wayland.sh VISTARRO VISTARRO_STORE
 #
@@ -55,8 +56,8 @@ start_app
 grep -q "libqxcb" "/proc/$app_pid/maps" || fail "the program did not load the xcb platform"
 grep -q "libqwayland" "/proc/$app_pid/maps" && fail "the program loaded the Wayland platform"
 shot wayland-main
-focus_main
-click_at "${found_row[@]}"
+# The folder tree has the keyboard at start; Tab goes on to the found list.
+key Tab
 key ctrl+a
 key Insert
 [ "$(stored 'fPICTURES\Items' Items)" = 3 ] || fail "ctrl+a and Insert did not add three pictures (see $out/wayland-main.png)"
@@ -68,7 +69,6 @@ sleep 0.5
 stop_app
 
 start_app
-focus_main
 key F12
 check_show wayland-show-again
 key Escape
