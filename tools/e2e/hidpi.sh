@@ -24,16 +24,26 @@ source "$here/album.sh"
 prepare_pictures
 export QT_SCALE_FACTOR=2
 
-# Width in device pixels of what isn't black on the screenshot's row Y.
+# How many device pixels of the screenshot's row Y aren't black.
 drawn_width() {
-  convert "$out/$1.png" -crop "${screen_size%x*}x1+0+$2" +repage -fuzz 3% -trim -format '%w' info:
+  convert "$out/$1.png" -crop "${screen_size%x*}x1+0+$2" +repage -fuzz 3% -fill white +opaque black \
+    -colorspace gray -format '%[fx:round(mean*w)]' info:
 }
 
 start_app
 shot hidpi-main
 eval "$(xdotool getwindowgeometry --shell "$window")"
 [ "$WIDTH" -ge 1200 ] || fail "the main window is $WIDTH device pixels wide at scale 2 (see $out/hidpi-main.png)"
+focus_main
 click_at $((2 * found_row[0])) $((2 * found_row[1]))
+key ctrl+a
+key Insert
+for _ in $(seq 1 10); do
+  [ "$(stored 'fPICTURES\Items' Items)" = 3 ] && break
+  sleep 0.5
+done
+shot hidpi-added
+[ "$(stored 'fPICTURES\Items' Items)" = 3 ] || fail "ctrl+a and Insert did not add three pictures (see $out/hidpi-added.png)"
 key Return
 preview=$(timeout 20 xdotool search --sync --onlyvisible --name '^Picture Preview$' | head -1) || true
 [ -n "$preview" ] || fail "the picture preview did not open from Enter on the found list"
@@ -43,10 +53,7 @@ key Escape
 timeout 10 bash -c 'while xdotool search --onlyvisible --name "^Picture Preview$" >/dev/null; do sleep 0.2; done' ||
   fail "Escape did not close the picture preview"
 
-# The found list keeps the keyboard after the preview.
 focus_main
-key ctrl+a
-key Insert
 key F12
 sleep 1.5
 shot hidpi-show
@@ -66,8 +73,21 @@ export CUPS_SERVER=/nonexistent
 app_pid=$!
 window=$(timeout 30 xdotool search --sync --onlyvisible --name '^Preview$' | head -1) || true
 [ -n "$window" ] || fail "the print preview did not appear (see $out/vistarro-print.log)"
+# Without a window manager a new window is drawn once it has been resized.
+[ "$wm" = none ] && xdotool windowsize "$window" 1800 1400
 sleep 2
 shot hidpi-print-preview
+# Over the page the pointer is a magnifying glass drawn for the device pixels:
+# 64 by 64 with its hot spot at twice (9, 8), in many shades (a 32-pixel
+# pointer blown up by the server would be blurred or small).
+timeout 5 xdotool mousemove --window "$window" 500 600
+sleep 0.5
+pointer=$(python3 "$here/cursor.py")
+step "pointer over the page: $pointer"
+case "$pointer" in
+  "64x64+18+16 "*) ;;
+  *) fail "the pointer over the page is $pointer, not the magnifier of 64x64 with its hot spot at 18,16" ;;
+esac
 kill "$app_pid"
 wait "$app_pid" 2>/dev/null || true
 app_pid=""
