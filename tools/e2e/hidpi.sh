@@ -4,10 +4,11 @@
 #
 #   tools/e2e/hidpi.sh VISTARRO VISTARRO_STORE VISTARRO_PRINT
 #
-# Screenshots of the main window, the picture preview, the show and the print
-# preview (hidpi-*.png in $E2E_OUT) for a person to look at; checked here: the
-# show draws one picture pixel on one device pixel, the windows come up at
-# twice their size.
+# Screenshots of the main window, the picture preview, the show, the about box
+# and the print preview (hidpi-*.png in $E2E_OUT) for a person to look at;
+# checked here: the main window comes up at twice its size, the show draws one
+# picture pixel on one device pixel, the print preview's pointer is drawn for
+# the device pixels.
 set -euo pipefail
 
 [ $# -eq 3 ] || { echo "usage: $0 VISTARRO VISTARRO_STORE VISTARRO_PRINT" >&2 && exit 2; }
@@ -63,6 +64,16 @@ width=$(drawn_width hidpi-show $((${screen_size#*x} / 2)))
 [ "$width" = 320 ] || fail "the show's picture is $width device pixels wide, not 320 (see $out/hidpi-show.png)"
 key Escape
 sleep 0.5
+
+# The about box and its drawn logo.
+focus_main
+key alt+h
+key a
+about=$(timeout 20 xdotool search --sync --onlyvisible --name '^About$' | head -1) || true
+[ -n "$about" ] || fail "Help > About did not open the about box"
+sleep 1
+shot hidpi-about
+key Escape
 stop_app
 
 # The print preview of a short document.
