@@ -29,7 +29,7 @@ case "$server" in
   *) fail "unknown E2E_SERVER=$server (xvfb or weston)" ;;
 esac
 
-for tool in Xvfb xdotool xwd convert ${REQUIRED_TOOLS:-}; do
+for tool in Xvfb xdotool xwd xwininfo convert ${REQUIRED_TOOLS:-}; do
   command -v "$tool" >/dev/null || fail "$tool is not installed (scripts/install-deps.sh installs it)"
 done
 
@@ -96,6 +96,13 @@ if [ "$wm" = openbox ]; then
     fail "openbox did not start: $(cat "$work/openbox/log")"
   step "openbox manages $display"
 fi
+
+# The root position of a window's client area, as "X Y". xwininfo asks the
+# server; xdotool's geometry counts a window manager's frame offset twice.
+client_origin() {
+  xwininfo -id "$1" 2>/dev/null |
+    sed -n 's/^ *Absolute upper-left \([XY]\): *\(-\?[0-9]*\)$/\2/p' | tr '\n' ' '
+}
 
 # A screenshot of the whole screen. Under weston it is the compositor's output
 # (weston-screenshooter writes wayland-screenshot-*.png into the folder it runs in).
