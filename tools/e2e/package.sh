@@ -5,8 +5,8 @@
 #   tools/e2e/package.sh BUILD_DIR
 #
 # Checks the package's files and Depends, then that the installed vistarro
-# shows its main window, creates the store in the user's config folder and
-# ends from File > Exit. The package goes to $E2E_OUT (kept); lintian is run by
+# shows its main window, of the class that its desktop entry names, creates the
+# store in the user's config folder and ends from File > Exit. The package goes to $E2E_OUT (kept); lintian is run by
 # scripts/package.sh on a release build, not here.
 set -euo pipefail
 
@@ -17,7 +17,7 @@ fi
 build=$(realpath "$1")
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 
-REQUIRED_TOOLS="cpack dpkg-deb dpkg-shlibdeps"
+REQUIRED_TOOLS="cpack dpkg-deb dpkg-shlibdeps xprop"
 # shellcheck source=lib.sh
 source "$here/lib.sh"
 # shellcheck source=album.sh
@@ -55,6 +55,10 @@ vistarro="$root/usr/bin/vistarro"
 [ ! -e "$store" ] || fail "the store exists before the first start"
 start_app
 [ -s "$store" ] || fail "the installed program did not create the store at $store"
+# The desktop ties the window to its menu entry (and icon) by the window's class.
+wm_class=$(sed -n 's/^StartupWMClass=//p' "$root/usr/share/applications/$id.desktop")
+xprop -id "$window" WM_CLASS | grep -q ", \"$wm_class\"\$" ||
+  fail "the window's class ($(xprop -id "$window" WM_CLASS)) is not the desktop entry's StartupWMClass ($wm_class)"
 shot package-main
 stop_app
 [ "$("$root/usr/bin/vistarro-store" dump | grep -c 'Files Location')" -ge 1 ] ||
