@@ -19,6 +19,16 @@ case "$wm" in
   *) fail "unknown E2E_WM=$wm (openbox or none)" ;;
 esac
 
+# The screen's size in pixels; E2E_SERVER=weston runs a Wayland session (weston
+# with XWayland) on it.
+screen_size=${E2E_SCREEN:-1280x800}
+server=${E2E_SERVER:-xvfb}
+case "$server" in
+  xvfb) ;;
+  weston) REQUIRED_TOOLS="${REQUIRED_TOOLS:-} weston Xwayland weston-screenshooter" ;;
+  *) fail "unknown E2E_SERVER=$server (xvfb or weston)" ;;
+esac
+
 for tool in Xvfb xdotool xwd xwininfo convert ${REQUIRED_TOOLS:-}; do
   command -v "$tool" >/dev/null || fail "$tool is not installed (scripts/install-deps.sh installs it)"
 done
@@ -34,6 +44,8 @@ cleanup() {
   if [ -n "$wm_pid" ]; then kill "$wm_pid" 2>/dev/null || true; fi
   if [ -n "$xvfb_pid" ]; then kill "$xvfb_pid" 2>/dev/null || true; fi
   wait 2>/dev/null || true
+  # The display server's log stays with the screenshots.
+  cp "$work"/*.log "$out/" 2>/dev/null || true
   rm -rf "$work"
 }
 trap cleanup EXIT
@@ -45,15 +57,35 @@ export XDG_CONFIG_HOME="$work/config"
 mkdir -p "$XDG_CONFIG_HOME"
 
 # --- The virtual screen: Xvfb picks a free display and tells its number. ---
-Xvfb -displayfd 1 -screen 0 1280x800x24 -nolisten tcp >"$work/display" 2>"$work/xvfb.log" &
+Xvfb -displayfd 1 -screen 0 "${screen_size}x24" -nolisten tcp >"$work/display" 2>"$work/xvfb.log" &
 xvfb_pid=$!
 timeout 10 bash -c 'until [ -s "$1" ]; do sleep 0.1; done' _ "$work/display" ||
   fail "Xvfb did not start: $(cat "$work/xvfb.log")"
 display=":$(head -1 "$work/display")"
+# Where the keys and the pointer are pressed: the screen itself, or under weston
+# the screen that weston's output window stands on, so that they reach the
+# program through the compositor as a person's do.
+input_display=$display
+if [ "$server" = weston ]; then
+  # --- A Wayland session: weston's output as a window on the virtual screen
+  # (its x11 backend; the headless one has no keyboard, and weston hands the X
+  # keyboard focus only to the window that its own seat focuses), XWayland
+  # beside it. Weston names the X display that it listens on in its log.
+  export XDG_RUNTIME_DIR="$work/runtime"
+  mkdir -m 700 "$XDG_RUNTIME_DIR"
+  wayland_socket="wayland-e2e"
+  DISPLAY=$input_display weston --backend=x11-backend.so --use-pixman --xwayland --width="${screen_size%x*}" \
+    --height="${screen_size#*x}" --socket="$wayland_socket" --idle-time=0 --debug >"$work/weston.log" 2>&1 &
+  wm_pid=$!
+  timeout 30 bash -c 'until grep -q "xserver listening on display" "$1"; do sleep 0.1; done' _ "$work/weston.log" ||
+    fail "weston did not start XWayland: $(cat "$work/weston.log")"
+  display=$(sed -n 's/.*xserver listening on display \(:[0-9]*\).*/\1/p' "$work/weston.log" | head -1)
+  export WAYLAND_DISPLAY="$wayland_socket"
+fi
 export DISPLAY="$display"
 timeout 10 bash -c 'until xdpyinfo >/dev/null 2>&1 || xdotool getmouselocation >/dev/null 2>&1; do sleep 0.1; done' ||
-  fail "Xvfb did not start on $display: $(cat "$work/xvfb.log")"
-step "Xvfb on $display, screenshots in $out"
+  fail "the X server did not start on $display: $(cat "$work"/*.log)"
+step "$server on $display, screenshots in $out"
 
 # --- The window manager, when asked for: ready once it names itself on the root.
 if [ "$wm" = openbox ]; then
@@ -72,8 +104,16 @@ client_origin() {
     sed -n 's/^ *Absolute upper-left \([XY]\): *\(-\?[0-9]*\)$/\2/p' | tr '\n' ' '
 }
 
+# A screenshot of the whole screen. Under weston it is the compositor's output
+# (weston-screenshooter writes wayland-screenshot-*.png into the folder it runs in).
 shot() {
-  timeout 20 bash -c 'xwd -root -silent | convert xwd:- "$1"' _ "$out/$1.png" || fail "screenshot $1 failed"
+  if [ "$server" = xvfb ]; then
+    timeout 20 bash -c 'xwd -root -silent | convert xwd:- "$1"' _ "$out/$1.png" || fail "screenshot $1 failed"
+  else
+    rm -rf "$work/shots" && mkdir "$work/shots"
+    (cd "$work/shots" && timeout 20 weston-screenshooter >/dev/null 2>&1) || fail "screenshot $1 failed"
+    mv "$work/shots"/*.png "$out/$1.png" || fail "screenshot $1 failed"
+  fi
   step "screenshot $out/$1.png"
 }
 
