@@ -7,6 +7,10 @@
 set -euo pipefail
 cd "$(dirname "$0")"
 scripts/install-deps.sh
+# Font caches made fresh before any test: a test that starts the program under a
+# file size limit must not be the one that rewrites a stale cache, or it leaves
+# the machine's caches empty and every later program draws boxes for text.
+fc-cache >/dev/null 2>&1 || true
 
 echo "== Format"
 mapfile -t sources < <(git ls-files '*.cpp' '*.h' 2>/dev/null || find src tests tools bench -name '*.cpp' -o -name '*.h')
