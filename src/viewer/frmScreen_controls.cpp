@@ -3,6 +3,7 @@
 #include "viewer/frmScreen.h"
 
 #include "platform/ControlEvents.h"
+#include "platform/Desktop.h"
 #include "platform/Screen.h"
 
 #include <QGuiApplication>
@@ -66,9 +67,12 @@ void frmScreen::coverScreen()
     QWidget::setWindowState(Qt::WindowMaximized | Qt::WindowFullScreen);
 }
 
+// The show has neither a task bar entry nor a window icon.
 void frmScreen::showEvent(QShowEvent* event)
 {
     Form::showEvent(event);
+    platform::desktop::keepOffTaskbar(this);
+    platform::desktop::removeWindowIcon(this);
     activateWindow();
     setFocus(Qt::ActiveWindowFocusReason);
 }
