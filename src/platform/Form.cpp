@@ -8,6 +8,9 @@
 #include <QLayout>
 #include <QPointer>
 #include <QPushButton>
+#include <QScreen>
+#include <QStyle>
+#include <QWindow>
 
 namespace {
 
@@ -67,11 +70,22 @@ float Form::Height() const
 
 void Form::setLeft(float twips)
 {
-    move(toPixelsX(twips), pos().y());
+    placeFrame(QPoint(toPixelsX(twips), pos().y()));
 }
 void Form::setTop(float twips)
 {
-    move(pos().x(), toPixelsY(twips));
+    placeFrame(QPoint(pos().x(), toPixelsY(twips)));
+}
+
+// A place is the place of the frame. The toolkit takes it so for a window that
+// it hasn't made yet; a window made but not shown (a control of the form may make
+// it early) would put its inner area there instead, and the window manager would
+// frame it around that place, one title bar lower.
+void Form::placeFrame(QPoint place)
+{
+    move(place);
+    if (QWindow* window = windowHandle(); window && !isVisible())
+        window->setFramePosition(place);
 }
 
 // Until the window manager has framed the window, its frame counts as nothing:
@@ -93,12 +107,50 @@ void Form::setHeight(float twips)
     pendingOuterHeight_ = frameExtra == 0 ? outer : -1;
 }
 
+// The frame of a window not yet framed: the frame of the program's main window
+// stands in for it, as the window manager frames the program's windows alike.
+QSize Form::expectedFrameExtra() const
+{
+    const QSize own = frameGeometry().size() - size();
+    if (!own.isNull())
+        return own;
+    const Form* main = Forms::mainForm();
+    if (main && main != this && main->isVisible())
+        return main->frameGeometry().size() - main->size();
+    return own;
+}
+
+void Form::centreOnScreen()
+{
+    centrePending_ = true;
+    centre();
+}
+
+void Form::centre()
+{
+    const QScreen* target = screen();
+    if (!target)
+        return;
+    const QSize outer = size() + expectedFrameExtra();
+    placeFrame(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, outer, target->geometry()).topLeft());
+}
+
 void Form::fitPendingOuterSize()
 {
-    if ((pendingOuterWidth_ < 0 && pendingOuterHeight_ < 0) || !isVisible())
+    if (!isVisible())
         return;
     const QSize frameExtra = frameGeometry().size() - size();
     if (frameExtra.isNull())
+        return;
+    if (centrePending_) {
+        // Cleared first: the move comes back here.
+        centrePending_ = false;
+        if (frameGeometry().topLeft() !=
+            QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, frameGeometry().size(), screen()->geometry())
+                .topLeft())
+            centre();
+    }
+    if (pendingOuterWidth_ < 0 && pendingOuterHeight_ < 0)
         return;
     const int w = pendingOuterWidth_ < 0 ? width() : std::max(0, pendingOuterWidth_ - frameExtra.width());
     const int h = pendingOuterHeight_ < 0 ? height() : std::max(0, pendingOuterHeight_ - frameExtra.height());
@@ -164,8 +216,10 @@ void Form::Show(int modal, Form* owner)
         return;
     }
     if (owner && owner != this && parentWidget() != owner) {
-        // A modal form stays above its owner: make it a child window of it.
+        // A modal form stays above its owner: make it a child window of it. The
+        // window is made anew, and its place is still the place of its frame.
         setParent(owner, windowFlags() | Qt::Window);
+        placeFrame(pos());
     }
     setWindowModality(Qt::ApplicationModal);
     QPointer<Form> self(this);
