@@ -72,7 +72,8 @@ void frmScreen::showEvent(QShowEvent* event)
 {
     Form::showEvent(event);
     platform::desktop::keepOffTaskbar(this);
-    platform::desktop::removeWindowIcon(this);
+    // The toolkit gives the window the program's icon as it maps it.
+    QTimer::singleShot(0, this, [this] { platform::desktop::removeWindowIcon(this); });
     activateWindow();
     setFocus(Qt::ActiveWindowFocusReason);
 }

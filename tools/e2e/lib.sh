@@ -19,7 +19,7 @@ case "$wm" in
   *) fail "unknown E2E_WM=$wm (openbox or none)" ;;
 esac
 
-for tool in Xvfb xdotool xwd xwininfo convert ${REQUIRED_TOOLS:-}; do
+for tool in Xvfb xdotool xwd xwininfo xset convert ${REQUIRED_TOOLS:-}; do
   command -v "$tool" >/dev/null || fail "$tool is not installed (scripts/install-deps.sh installs it)"
 done
 
@@ -53,6 +53,9 @@ display=":$(head -1 "$work/display")"
 export DISPLAY="$display"
 timeout 10 bash -c 'until xdpyinfo >/dev/null 2>&1 || xdotool getmouselocation >/dev/null 2>&1; do sleep 0.1; done' ||
   fail "Xvfb did not start on $display: $(cat "$work/xvfb.log")"
+# A key held down repeats, as on a desktop: the checks hold keys with it.
+xset r on
+xset q | grep -q "auto repeat: *on" || fail "the X server's auto-repeat is off"
 step "Xvfb on $display, screenshots in $out"
 
 # --- The window manager, when asked for: ready once it names itself on the root.
@@ -77,3 +80,99 @@ shot() {
   step "screenshot $out/$1.png"
 }
 
+
+# --- The program and its store. -------------------------------------------
+# A check sets vistarro (the program) and store_tool (vistarro-store) first.
+store="$XDG_CONFIG_HOME/ZUV Software Development/settings.sqlite"
+program_key='SOFTWARE\ZUV Software Development\Vistarro'
+
+# Writes text values into the store, made anew when missing, before the
+# program starts: seed_store KEY NAME VALUE [KEY NAME VALUE ...] with full key
+# paths below HKEY_CURRENT_USER.
+seed_store() {
+  mkdir -p "$(dirname "$store")"
+  python3 - "$(dirname "${BASH_SOURCE[0]}")/../../src/platform/RegistryFormat.h" "$store" "$@" <<'PY'
+import re, sqlite3, sys
+header, store, *triples = sys.argv[1:]
+text = open(header, encoding="utf-8").read()
+# The schema is a run of string literals after "Schema ="; the version a constant.
+literals = re.search(r"Schema\s*=\s*((?:\s*\"(?:[^\"\\]|\\.)*\")+)\s*;", text).group(1)
+schema = "".join(re.findall(r"\"((?:[^\"\\]|\\.)*)\"", literals))
+version = int(re.search(r"constexpr int Version = (\d+);", text).group(1))
+db = sqlite3.connect(store)
+db.executescript(schema)
+db.execute(f"PRAGMA user_version={version}")
+for at in range(0, len(triples), 3):
+    key, name, value = triples[at:at + 3]
+    parts = key.split("\\")
+    for i in range(1, len(parts) + 1):
+        path = "\\".join(parts[:i])
+        db.execute("INSERT OR IGNORE INTO reg_key (folded, path) VALUES (?, ?)", (path.casefold(), path))
+    db.execute("DELETE FROM reg_value WHERE key = ? AND folded = ?", (key.casefold(), name.casefold()))
+    db.execute("INSERT INTO reg_value (key, folded, name, type, data) VALUES (?, ?, ?, 1, ?)",
+               (key.casefold(), name.casefold(), name, value.encode("utf-8")))
+db.commit()
+db.close()
+PY
+  step "store seeded at $store"
+}
+
+# A value of the program's key as the store holds it now ("" when missing).
+stored() {
+  timeout 20 "$store_tool" dump "SOFTWARE\\ZUV Software Development\\Vistarro\\$1" 2>/dev/null |
+    sed -n "s/^\"$2\"=REG_SZ:\"\\(.*\\)\"\$/\\1/p" || true
+}
+
+start_app() {
+  "$vistarro" >>"$out/vistarro.log" 2>&1 &
+  app_pid=$!
+  window=$(timeout 30 xdotool search --sync --onlyvisible --name '^Vistarro$' | head -1) || true
+  [ -n "$window" ] || fail "the main window did not appear (see $out/vistarro.log)"
+  # Give the window time to lay out and list the folder, and to stand at its
+  # restored place: on a loaded machine that can take a while.
+  sleep 1.5
+  local place="" previous=""
+  for _ in $(seq 1 20); do
+    window=$(xdotool search --onlyvisible --name '^Vistarro$' | head -1)
+    place=$(client_origin "$window")
+    [ -n "$place" ] && [ "$place" = "$previous" ] && break
+    previous=$place
+    sleep 0.5
+  done
+  read -r win_x win_y <<<"$place"
+  step "main window $window at $win_x,$win_y"
+}
+
+# Clicks at a point given relative to the main window's top left corner.
+click_at() {
+  # Without --sync, which waits for a motion that never comes when the pointer
+  # stands there already.
+  timeout 5 xdotool mousemove $((win_x + $1)) $((win_y + $2)) sleep 0.2 click 1
+  sleep 0.4
+}
+
+key() {
+  timeout 5 xdotool key --clearmodifiers "$@"
+  sleep 0.4
+}
+
+focus_main() {
+  timeout 5 xdotool windowfocus --sync "$window" 2>/dev/null || true
+}
+
+stop_app() {
+  # A second try when the first keys were lost on a busy machine.
+  local tries
+  for tries in 1 2; do
+    focus_main
+    key alt+f
+    key x
+    timeout 15 bash -c 'while kill -0 "$1" 2>/dev/null; do sleep 0.2; done' _ "$app_pid" && break
+    key Escape
+  done
+  kill -0 "$app_pid" 2>/dev/null && fail "Vistarro did not quit from File > Exit"
+  local status=0
+  wait "$app_pid" || status=$?
+  app_pid=""
+  [ "$status" -eq 0 ] || fail "Vistarro exited with status $status (see $out/vistarro.log)"
+}
