@@ -12,17 +12,11 @@
 # $E2E_OUT (a new temporary folder when unset). Any mismatch exits with status 1.
 set -euo pipefail
 
-if [ $# -ne 2 ]; then
-  echo "usage: $0 VISTARRO VISTARRO_STORE" >&2
-  exit 2
-fi
-vistarro=$(realpath "$1")
-store_tool=$(realpath "$2")
-here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
-
+E2E_PROGRAM=VISTARRO
 REQUIRED_TOOLS="python3 xprop"
 # shellcheck source=lib.sh
-source "$here/lib.sh"
+source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
+vistarro=$program
 
 # Five pictures of one colour each, in the order the found list shows them.
 pictures="$work/pictures"

@@ -6,6 +6,15 @@
 # and focuses windows as a desktop does; unset (or "none") the screen is bare.
 # Many faults of placement and focus show only under a window manager, so CTest
 # runs each check both ways.
+# Every check takes two arguments: the program it drives (E2E_PROGRAM names it
+# in the usage line) and vistarro-store, which reads the store back.
+if [ $# -ne 2 ]; then
+  echo "usage: $0 ${E2E_PROGRAM:-PROGRAM} VISTARRO_STORE" >&2
+  exit 2
+fi
+program=$(realpath "$1")
+store_tool=$(realpath "$2")
+
 fail() {
   echo "e2e: FAIL: $*" >&2
   exit 1
@@ -82,7 +91,7 @@ shot() {
 
 
 # --- The program and its store. -------------------------------------------
-# A check sets vistarro (the program) and store_tool (vistarro-store) first.
+# A check that starts the main window sets vistarro to the program first.
 store="$XDG_CONFIG_HOME/ZUV Software Development/settings.sqlite"
 program_key='SOFTWARE\ZUV Software Development\Vistarro'
 

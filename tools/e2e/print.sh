@@ -11,17 +11,11 @@
 # Screenshots go to $E2E_OUT (a new temporary folder when unset).
 set -euo pipefail
 
-if [ $# -ne 2 ]; then
-  echo "usage: $0 VISTARRO_PRINT VISTARRO_STORE" >&2
-  exit 2
-fi
-print_tool=$(realpath "$1")
-store_tool=$(realpath "$2")
-here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
-
+E2E_PROGRAM=VISTARRO_PRINT
 REQUIRED_TOOLS="pdfinfo pdftotext"
 # shellcheck source=lib.sh
-source "$here/lib.sh"
+source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
+print_tool=$program
 # No printer but the PDF one, writing into a home of our own.
 export HOME="$work/home"
 mkdir -p "$HOME"

@@ -10,17 +10,11 @@
 # unset) and are kept. Every wait is bounded; any mismatch exits with status 1.
 set -euo pipefail
 
-if [ $# -ne 2 ]; then
-  echo "usage: $0 VISTARRO VISTARRO_STORE" >&2
-  exit 2
-fi
-vistarro=$(realpath "$1")
-store_tool=$(realpath "$2")
-here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
-
+E2E_PROGRAM=VISTARRO
 REQUIRED_TOOLS="python3"
 # shellcheck source=lib.sh
-source "$here/lib.sh"
+source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
+vistarro=$program
 pictures="$work/pictures"
 mkdir -p "$pictures"
 
