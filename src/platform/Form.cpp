@@ -135,7 +135,9 @@ void Form::centre()
     placeFrame(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, outer, target->geometry()).topLeft());
 }
 
-void Form::fitPendingOuterSize()
+// Once the window manager has framed the shown window, its frame is known: a
+// form to be centred is centred by it, and an outer size asked for before loses it.
+void Form::settleFrame()
 {
     if (!isVisible())
         return;
@@ -145,10 +147,7 @@ void Form::fitPendingOuterSize()
     if (centrePending_) {
         // Cleared first: the move comes back here.
         centrePending_ = false;
-        if (frameGeometry().topLeft() !=
-            QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, frameGeometry().size(), screen()->geometry())
-                .topLeft())
-            centre();
+        centre();
     }
     if (pendingOuterWidth_ < 0 && pendingOuterHeight_ < 0)
         return;
@@ -273,7 +272,7 @@ bool Form::event(QEvent* event)
     switch (event->type()) {
     case QEvent::Show:
     case QEvent::Move:
-    case QEvent::Resize: fitPendingOuterSize(); break;
+    case QEvent::Resize: settleFrame(); break;
     default: break;
     }
     return handled;

@@ -83,7 +83,7 @@ private:
     void placeFrame(QPoint place);
     QSize expectedFrameExtra() const;
     void centre();
-    void fitPendingOuterSize();
+    void settleFrame();
     QSize clientSize() const;
 
     int pointer_ = 0;
