@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QStyle>
+#include <QTimer>
 #include <QWindow>
 
 namespace {
@@ -242,6 +243,7 @@ void Form::Hide()
 
 void Form::makeFixedDialog(float innerWidth, float innerHeight)
 {
+    fixedDialog_ = true;
     setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
     setFixedSize(toPixelsX(innerWidth), toPixelsY(innerHeight));
     clientArea()->resize(size());
@@ -285,6 +287,20 @@ bool Form::eventFilter(QObject* watched, QEvent* event)
     return QMainWindow::eventFilter(watched, event);
 }
 
+// A fixed dialog can't be minimized. A window manager that offers to all the
+// same (openbox does for every dialog, and takes the owner along) gets the
+// dialog, and with it the owner, back at once.
+void Form::changeEvent(QEvent* event)
+{
+    QMainWindow::changeEvent(event);
+    if (fixedDialog_ && event->type() == QEvent::WindowStateChange && (windowState() & Qt::WindowMinimized)) {
+        QTimer::singleShot(0, this, [this] {
+            setWindowState(0);
+            activateWindow();
+        });
+    }
+}
+
 void Form::closeEvent(QCloseEvent* event)
 {
     event->accept();
@@ -294,7 +310,10 @@ void Form::closeEvent(QCloseEvent* event)
 void Form::hideEvent(QHideEvent* event)
 {
     QMainWindow::hideEvent(event);
-    emit hidden();
+    // A window that the window manager minimizes is hidden without being closed:
+    // a modal form shown over its owner stays modal.
+    if (!event->spontaneous())
+        emit hidden();
 }
 
 std::unordered_map<std::type_index, Form*>& Forms::registry()

@@ -76,6 +76,7 @@ signals:
 protected:
     bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void hideEvent(QHideEvent* event) override;
 
@@ -93,6 +94,7 @@ private:
     int pendingOuterHeight_ = -1;
     // To be centred again once the frame is known.
     bool centrePending_ = false;
+    bool fixedDialog_ = false;
 };
 
 // The single shared instance of each form: loaded (and Form_Load run) on first
