@@ -72,7 +72,8 @@ void frmScreen::showEvent(QShowEvent* event)
 {
     Form::showEvent(event);
     platform::desktop::keepOffTaskbar(this);
-    // The toolkit gives the window the program's icon as it maps it.
+    // The toolkit has given the window the program's icon; it comes off once
+    // the window is mapped.
     QTimer::singleShot(0, this, [this] { platform::desktop::removeWindowIcon(this); });
     activateWindow();
     setFocus(Qt::ActiveWindowFocusReason);
