@@ -9,6 +9,8 @@ packages=(
   libsqlite3-dev libbenchmark-dev
   clang-format clang libclang-rt-14-dev poppler-utils
   xvfb openbox xdotool x11-apps x11-utils x11-xserver-utils imagemagick python3
+  qt6-svg-dev desktop-file-utils appstream man-db groff-base
+  dpkg-dev file lintian weston xwayland qt6-wayland
 )
 
 missing=()

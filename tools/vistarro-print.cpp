@@ -113,7 +113,9 @@ bool loadDocument(const QString& path, platform::RichTextBox& box)
 
 int main(int argc, char* argv[])
 {
+    platform::App::chooseDisplayPlatform();
     QApplication app(argc, argv);
+    platform::App::restoreDisplayEnvironment();
     QApplication::setApplicationName(platform::App::Title());
     QApplication::setOrganizationName(platform::App::CompanyName());
     QApplication::setWindowIcon(resources::windowIcon());

@@ -135,7 +135,11 @@ void frmMain::CLEARALL()
     setCommandEnabled(QStringLiteral("REMOVE ALL"), MNUEDITREMOVEALL, false);
     setCommandEnabled(QStringLiteral("REMOVE"), MNUEDITREMOVE, false);
     COUNTSHOW();
-    const int32_t lastSlot = std::min(STOREDITEMS, highestStoredSlot());
+    // Every slot from 1 to the count is blanked, also those never written. A count
+    // beyond what an album can hold was edited by hand: a write for every number
+    // up to it could take hours, so then only the slots that exist are blanked.
+    const int32_t lastSlot =
+        STOREDITEMS <= MaxListItems ? STOREDITEMS : std::min(STOREDITEMS, highestStoredSlot());
     for (SLOTNO = 0; SLOTNO < lastSlot;) {
         ++SLOTNO;
         resumeNext([&] { writeSetting(albumSlotsKey(), platform::numberText(SLOTNO), QString()); });

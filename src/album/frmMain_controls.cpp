@@ -7,6 +7,7 @@
 #include "platform/App.h"
 #include "platform/ControlEvents.h"
 #include "platform/FolderTree.h"
+#include "platform/Fonts.h"
 #include "platform/ListView.h"
 #include "platform/Screen.h"
 #include "platform/StatusBar.h"
@@ -94,6 +95,8 @@ void frmMain::createMenus()
 void frmMain::createBands()
 {
     QWidget* client = clientArea();
+    // The window's controls take its font; the menus keep the desktop's.
+    client->setFont(platform::designFont(QStringLiteral("Tahoma"), 8.25));
     PICMAIN = new QWidget(client);
     twips(PICMAIN).setHeight(465);
     TBARMAIN = new platform::Toolbar(&IMGLST, PICMAIN);
@@ -126,9 +129,7 @@ void frmMain::createBands()
     LBLDESC = new QLabel(platform::App::Title(), PICHEADER);
     LBLDESC->setTextFormat(Qt::PlainText);
     LBLDESC->setForegroundRole(QPalette::Light);
-    QFont heading(QStringLiteral("Tahoma"));
-    heading.setPointSizeF(11.25);
-    LBLDESC->setFont(heading);
+    LBLDESC->setFont(platform::designFont(QStringLiteral("Tahoma"), 11.25));
     twips(LBLDESC).setLeft(120);
     twips(LBLDESC).setTop(90);
     LBLDESC->adjustSize();

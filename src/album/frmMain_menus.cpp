@@ -56,10 +56,12 @@ void frmMain::TBARMAIN_MouseMove(int, int, float X, float)
     clsLibrary::instance().GETTBARDESCRIPTIONS(this, X, TBARMAIN, Album);
 }
 
-// The bar's rectangle is fixed, in pixels of the window as it is designed.
+// The bar's rectangle is where the bar stands, not a fixed one: the toolkit's
+// bar is wider and taller than the designed one, and the window manager's frame
+// moves it down.
 void frmMain::TMR1_Timer()
 {
-    if (clsLibrary::instance().MOUSEMOVE(this, 1, 410, 45, 65) == 1) {
+    if (clsLibrary::instance().MOUSEMOVE(this, TBARMAIN->rectInWindowFrame()) == 1) {
         clsLibrary::instance().STATUSBARCAPTION(this);
         TMR1->stop();
     }

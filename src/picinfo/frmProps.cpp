@@ -3,6 +3,7 @@
 #include "picinfo/frmProps.h"
 
 #include "picinfo/ImageHeader.h"
+#include "platform/Fonts.h"
 #include "presentation/PANEL.h"
 #include "presentation/TXTSEP.h"
 #include "settings/clsLibrary.h"
@@ -98,9 +99,7 @@ void frmProps::createControls()
     PICICON = new QLabel(PICBOX);
     top->addWidget(PICICON);
     TXTFILENAME = displayBox(PICBOX, QString());
-    QFont bold = TXTFILENAME->font();
-    bold.setBold(true);
-    TXTFILENAME->setFont(bold);
+    TXTFILENAME->setFont(platform::designFont(QStringLiteral("Tahoma"), 9.75, true));
     top->addWidget(TXTFILENAME, 1);
     content->addWidget(PICBOX);
 

@@ -2,6 +2,7 @@
 // through the bytes of its name so that names that aren't UTF-8 work too.
 #include "picinfo/frmProps.h"
 
+#include "platform/Conversions.h"
 #include "platform/Error.h"
 #include "platform/FileNames.h"
 #include "settings/clsLibrary.h"
@@ -241,7 +242,7 @@ void frmProps::UPDATEINFO(const QString& FNSTR)
         TXTSIZE->setText(FORMATSIZE(FILESIZE));
         const QLocale locale = QLocale::system();
         TXTMODIFIED->setText(locale.toString(FILEWRITETIME.date(), QLocale::LongFormat) + QLatin1Char(' ') +
-                             locale.toString(FILEWRITETIME.time(), QLocale::LongFormat));
+                             platform::longTimeText(locale, FILEWRITETIME.time()));
         CHKATTR[0]->setChecked((FILEATTR & AttrReadOnly) != 0);
         CHKATTR[2]->setChecked((FILEATTR & AttrArchive) != 0);
         CHKATTR[1]->setChecked((FILEATTR & AttrHidden) != 0);

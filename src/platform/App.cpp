@@ -7,6 +7,13 @@
 
 namespace platform::App {
 
+namespace {
+
+// Whether chooseDisplayPlatform set QT_QPA_PLATFORM itself.
+bool platformChosenHere = false;
+
+} // namespace
+
 QString Path()
 {
     if (QCoreApplication::instance())
@@ -32,6 +39,22 @@ QString Version()
 void prepareProcess()
 {
     std::signal(SIGXFSZ, SIG_IGN);
+}
+
+void chooseDisplayPlatform()
+{
+    if (!qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") || qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
+        qEnvironmentVariableIsEmpty("DISPLAY"))
+        return;
+    qputenv("QT_QPA_PLATFORM", "xcb");
+    platformChosenHere = true;
+}
+
+void restoreDisplayEnvironment()
+{
+    if (platformChosenHere)
+        qunsetenv("QT_QPA_PLATFORM");
+    platformChosenHere = false;
 }
 
 } // namespace platform::App

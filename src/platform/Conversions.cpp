@@ -2,6 +2,10 @@
 
 #include "platform/Error.h"
 
+#include <QLocale>
+#include <QRegularExpression>
+#include <QTime>
+
 #include <cerrno>
 #include <cfloat>
 #include <clocale>
@@ -271,6 +275,36 @@ QString floatText(float value)
 QString numberText(qint64 value)
 {
     return QString::number(value);
+}
+
+QString longTimeFormat(const QLocale& locale)
+{
+    // The zone is a run of 't' outside quotes, maybe in brackets, maybe after a
+    // comma ("HH:mm:ss t", "H:mm:ss (t)", "Bh:mm:ss [t]", "HH:mm:ss, t", "t HH:mm:ss").
+    static const QRegularExpression zone(QStringLiteral("[,\\s]*[(\\[]?t+[)\\]]?"));
+    const QString format = locale.timeFormat(QLocale::LongFormat);
+    QString result;
+    // Quoted parts are literal text and stay as they are; '' is a quote mark.
+    qsizetype start = 0;
+    bool quoted = false;
+    for (qsizetype i = 0; i <= format.size(); ++i) {
+        if (i < format.size() && format.at(i) != QLatin1Char('\''))
+            continue;
+        QString part = format.mid(start, i - start);
+        if (!quoted)
+            part.remove(zone);
+        result += part;
+        if (i < format.size())
+            result += QLatin1Char('\'');
+        quoted = !quoted;
+        start = i + 1;
+    }
+    return result.trimmed();
+}
+
+QString longTimeText(const QLocale& locale, const QTime& time)
+{
+    return locale.toString(time, longTimeFormat(locale));
 }
 
 } // namespace platform

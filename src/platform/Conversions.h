@@ -4,6 +4,9 @@
 
 #include <cstdint>
 
+class QLocale;
+class QTime;
+
 // The runtime's conversions between text and numbers, with its failure rules:
 // a strict conversion of text that is not a number throws a type mismatch, a
 // value outside the target's range throws an overflow, and halves round to the
@@ -33,5 +36,12 @@ double val(const QString& text);
 QString boolText(bool value);     // "True" / "False"
 QString floatText(float value);   // 32-bit float with up to 7 significant digits: "3585", "0.5"
 QString numberText(qint64 value); // decimal digits, no padding
+
+// The time in the locale's long time format as the old platform had it: hours,
+// minutes and seconds with the locale's marks, and no time zone. The toolkit's
+// long format names the zone ("20:09:52 UTC"); that part, with the brackets or
+// comma that set it off, is left out.
+QString longTimeFormat(const QLocale& locale);
+QString longTimeText(const QLocale& locale, const QTime& time);
 
 } // namespace platform

@@ -23,6 +23,15 @@ struct PageEnd {
     double bottom;
 };
 
+// Where a block's lines are measured from: its line positions count from the
+// layout's origin, above any top margin, while its rectangle starts at its first
+// line.
+QPointF layoutOrigin(QAbstractTextDocumentLayout* documentLayout, const QTextBlock& block)
+{
+    const QRectF box = documentLayout->blockBoundingRect(block);
+    return {box.left(), box.top() - block.layout()->boundingRect().top()};
+}
+
 } // namespace
 
 PageFormatter::PageFormatter() : twipsDevice_(1, 1, QImage::Format_RGB32)
@@ -38,6 +47,8 @@ void PageFormatter::release()
 {
     layout_.reset();
     width_ = -1;
+    spans_.clear();
+    tallestSpan_ = 0;
 }
 
 void PageFormatter::layOut(const QTextDocument& source, double width)
@@ -46,8 +57,67 @@ void PageFormatter::layOut(const QTextDocument& source, double width)
     layout_->setDocumentMargin(0);
     layout_->documentLayout()->setPaintDevice(&twipsDevice_);
     layout_->setTextWidth(width);
-    layout_->documentLayout()->documentSize();
+    QAbstractTextDocumentLayout* documentLayout = layout_->documentLayout();
+    documentLayout->documentSize();
     width_ = width;
+
+    spans_.clear();
+    tallestSpan_ = 0;
+    for (QTextBlock block = layout_->begin(); block.isValid(); block = block.next()) {
+        const QTextLayout* lines = block.layout();
+        if (!lines || lines->lineCount() == 0 || !block.isVisible())
+            continue;
+        const double firstLineTop = layoutOrigin(documentLayout, block).y() + lines->lineAt(0).y();
+        const double bottom = documentLayout->blockBoundingRect(block).bottom();
+        spans_.push_back({firstLineTop, bottom, block});
+        tallestSpan_ = std::max(tallestSpan_, bottom - firstLineTop);
+    }
+    std::stable_sort(spans_.begin(), spans_.end(),
+                     [](const BlockSpan& a, const BlockSpan& b) { return a.firstLineTop < b.firstLineTop; });
+}
+
+// Draws the part of the layout between TOP and BOTTOM, in twips, and nothing else.
+// The layout draws each block that touches its clip and, of such a block, also
+// the one line just above the clip; the painter's clip hides that line, but a PDF
+// keeps its text, where a search or a copy would find it twice. So the blocks
+// begun above the top are hidden from the layout, and their lines from the top
+// down are drawn one by one after it.
+void PageFormatter::drawBetween(QPainter& painter, double top, double bottom, double width)
+{
+    QAbstractTextDocumentLayout* documentLayout = layout_->documentLayout();
+    std::vector<BlockSpan> begun;
+    auto span = std::lower_bound(spans_.begin(), spans_.end(), top,
+                                 [](const BlockSpan& a, double y) { return a.firstLineTop < y; });
+    while (span != spans_.begin()) {
+        --span;
+        if (span->firstLineTop < top - tallestSpan_)
+            break;
+        // A block that ends just at the top still gets its last line drawn.
+        if (span->bottom >= top) {
+            begun.push_back(*span);
+            begun.back().block.setVisible(false);
+        }
+    }
+
+    const QRectF area(0, top, width, bottom - top);
+    painter.setClipRect(area, Qt::IntersectClip);
+    QAbstractTextDocumentLayout::PaintContext context;
+    context.clip = area;
+    context.palette.setColor(QPalette::Text, Qt::black);
+    documentLayout->draw(&painter, context);
+
+    painter.setPen(Qt::black);
+    for (BlockSpan& part : begun) {
+        part.block.setVisible(true);
+        const QPointF origin = layoutOrigin(documentLayout, part.block);
+        const QTextLayout* lines = part.block.layout();
+        for (int index = 0; index < lines->lineCount(); ++index) {
+            const QTextLine line = lines->lineAt(index);
+            const double lineTop = origin.y() + line.y();
+            if (lineTop >= top && lineTop < bottom)
+                line.draw(&painter, origin);
+        }
+    }
 }
 
 int32_t PageFormatter::formatRange(const QTextDocument& source, const FORMATRANGE& range, bool render)
@@ -73,9 +143,7 @@ int32_t PageFormatter::formatRange(const QTextDocument& source, const FORMATRANG
         const QTextLayout* lines = block.layout();
         if (!lines || lines->lineCount() == 0)
             continue;
-        // The block's rectangle starts at its first line; line positions count
-        // from the layout's origin, above any top margin.
-        const double blockTop = documentLayout->blockBoundingRect(block).top() - lines->boundingRect().top();
+        const double blockTop = layoutOrigin(documentLayout, block).y();
         int index = 0;
         if (block == firstBlock) {
             const QTextLine line = lines->lineForTextPosition(first - block.position());
@@ -118,12 +186,8 @@ int32_t PageFormatter::formatRange(const QTextDocument& source, const FORMATRANG
             // One device pixel short at the bottom, so the first line of the next
             // page doesn't show its top edge here when it is rounded upwards.
             const double pixel = TwipsPerInch / range.hdc->dpiY();
-            const QRectF visible(0, pageTop, width, std::max(0.0, end.bottom - pageTop - pixel));
-            painter->setClipRect(visible, Qt::IntersectClip);
-            QAbstractTextDocumentLayout::PaintContext context;
-            context.clip = visible;
-            context.palette.setColor(QPalette::Text, Qt::black);
-            documentLayout->draw(painter, context);
+            if (end.bottom - pixel > pageTop)
+                drawBetween(*painter, pageTop, end.bottom - pixel, width);
             painter->restore();
         }
     }

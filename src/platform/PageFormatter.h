@@ -1,10 +1,13 @@
 #pragma once
 
 #include <QImage>
+#include <QTextBlock>
 
 #include <cstdint>
 #include <memory>
+#include <vector>
 
+class QPainter;
 class QTextDocument;
 
 namespace platform {
@@ -64,10 +67,24 @@ public:
     void release();
 
 private:
+    // Where a block of the layout stands, in twips: the top of its first line and
+    // the bottom of its rectangle.
+    struct BlockSpan {
+        double firstLineTop;
+        double bottom;
+        QTextBlock block;
+    };
+
     void layOut(const QTextDocument& source, double width);
+    void drawBetween(QPainter& painter, double top, double bottom, double width);
 
     std::unique_ptr<QTextDocument> layout_;
     double width_ = -1;
+    // The layout's blocks by the top of their first line, and the most that a
+    // block reaches below it, so that the blocks begun above a page's top are
+    // found among the few just above it.
+    std::vector<BlockSpan> spans_;
+    double tallestSpan_ = 0;
     // A paint device of 1440 dots per inch, so the layout measures in twips.
     QImage twipsDevice_;
 };

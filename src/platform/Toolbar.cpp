@@ -36,6 +36,11 @@ QAction* Toolbar::addButton(const QString& key, const QString& description, cons
     return button;
 }
 
+QRect Toolbar::rectInWindowFrame() const
+{
+    return {mapToGlobal(QPoint(0, 0)) - window()->frameGeometry().topLeft(), size()};
+}
+
 // The toolkit throws away a move without buttons over a widget that doesn't track
 // the pointer, instead of passing it to the parent. The bar's items track it and
 // leave it unhandled, so it goes on to the bar.

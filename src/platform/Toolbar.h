@@ -22,6 +22,12 @@ public:
     QAction* Buttons(const QString& key) const;
     static QString Description(const QAction* button);
 
+    // The bar's rectangle in pixels from the outer top left corner of its window,
+    // all four edges inside the bar: where the pointer keeps a button's
+    // description on view. Taken from where the bar stands now, as wide and as
+    // tall as the toolkit and the window manager made it.
+    QRect rectInWindowFrame() const;
+
 signals:
     void ButtonClick(const QString& key);
 

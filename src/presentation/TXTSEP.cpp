@@ -1,7 +1,8 @@
 #include "presentation/TXTSEP.h"
 
 #include <QPainter>
-#include <qdrawutil.h>
+
+#include <algorithm>
 
 namespace zuv {
 
@@ -9,6 +10,8 @@ namespace {
 
 // Room between the caption and the rule behind it, in pixels.
 constexpr int CaptionGap = 4;
+// The rule's height: a shadow row and a light row.
+constexpr int RuleRows = 2;
 
 } // namespace
 
@@ -31,7 +34,7 @@ int TXTSEP::ruleStart() const
 
 QSize TXTSEP::sizeHint() const
 {
-    return {ruleStart() + CaptionGap, caption_.isEmpty() ? 2 : fontMetrics().height()};
+    return {ruleStart() + CaptionGap, caption_.isEmpty() ? RuleRows : fontMetrics().height()};
 }
 
 QSize TXTSEP::minimumSizeHint() const
@@ -42,14 +45,19 @@ QSize TXTSEP::minimumSizeHint() const
 void TXTSEP::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    const int middle = height() / 2 - 1;
     if (!caption_.isEmpty()) {
         painter.setPen(palette().color(QPalette::WindowText));
         painter.drawText(QRect(0, 0, width(), height()),
                          Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, caption_);
     }
-    // A sunken line: a shadow line with a light one under it.
-    qDrawShadeLine(&painter, ruleStart(), middle, width() - 1, middle, palette(), true, 1, 0);
+    // A sunken line: a shadow row with a light one under it, both inside the
+    // control, so a rule at its least height of two rows shows whole.
+    const int shadowRow = std::max(0, (height() - RuleRows) / 2);
+    const int right = width() - 1;
+    painter.setPen(palette().color(QPalette::Dark));
+    painter.drawLine(ruleStart(), shadowRow, right, shadowRow);
+    painter.setPen(palette().color(QPalette::Light));
+    painter.drawLine(ruleStart(), shadowRow + 1, right, shadowRow + 1);
 }
 
 } // namespace zuv

@@ -14,6 +14,8 @@
 
 #include <QCursor>
 
+#include <algorithm>
+
 using platform::resumeNext;
 using presentation::controlOf;
 
@@ -73,6 +75,13 @@ int16_t clsLibrary::MOUSEMOVE(Form* FORMNAME, int16_t CONTROLLEFT, int16_t CONTR
     const int32_t x = platform::toInt32(pointer.x() - FORMNAME->Left() / platform::Screen::TwipsPerPixelX());
     const int32_t y = platform::toInt32(pointer.y() - FORMNAME->Top() / platform::Screen::TwipsPerPixelY());
     return outside(x, y, CONTROLLEFT, CONTROLRIGHT, CONTROLTOP, CONTROLBOTTOM);
+}
+
+int16_t clsLibrary::MOUSEMOVE(Form* FORMNAME, const QRect& CONTROL)
+{
+    const auto edge = [](int pixels) { return int16_t(std::clamp(pixels, -32768, 32767)); };
+    return MOUSEMOVE(FORMNAME, edge(CONTROL.left()), edge(CONTROL.right()), edge(CONTROL.top()),
+                     edge(CONTROL.bottom()));
 }
 
 // The same for a frame window: its place is rounded to whole twips first.

@@ -184,12 +184,12 @@ void frmPPrev::TBARMAIN_MouseMove(int, int, float X, float)
     clsLibrary::instance().GETTBARDESCRIPTIONS(this, X, TBARMAIN, QStringLiteral("document"));
 }
 
-// The bar's rectangle is fixed, in pixels of the window as it is designed.
+// The bar's rectangle is where the bar stands, not a fixed one: the toolkit's
+// bar is wider and taller than the designed one, and the window manager's frame
+// moves it down.
 void frmPPrev::TMR1_Timer()
 {
-    int16_t left = 0;
-    resumeNext([&] { left = platform::toInt16(double(twips(TBARMAIN).Left())); });
-    if (clsLibrary::instance().MOUSEMOVE(this, left, 260, 45, 66) == 1) {
+    if (clsLibrary::instance().MOUSEMOVE(this, TBARMAIN->rectInWindowFrame()) == 1) {
         clsLibrary::instance().STATUSBARCAPTION(this);
         TMR1->stop();
     }

@@ -11,7 +11,6 @@
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QFormLayout>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QGuiApplication>
@@ -164,22 +163,25 @@ void frmPSetup::createControls()
 QWidget* frmPSetup::createPageTab()
 {
     FRAMPAGE = new QWidget(clientArea());
+    // One grid: the captions, the controls, and the miniature beside them from the
+    // paper row down, so that its picture and labels have the tab's height.
     auto* page = new QGridLayout(FRAMPAGE);
     page->setContentsMargins(0, Margin, 0, 0);
 
-    auto* choices = new QFormLayout;
     CBOPRINTERS = new QComboBox(FRAMPAGE);
-    choices->addRow(captionFor(CBOPRINTERS, QStringLiteral("&Printer:")), CBOPRINTERS);
+    page->addWidget(captionFor(CBOPRINTERS, QStringLiteral("&Printer:")), 0, 0);
+    page->addWidget(CBOPRINTERS, 0, 1, 1, 2);
     CBOPAPER = new QComboBox(FRAMPAGE);
-    choices->addRow(captionFor(CBOPAPER, QStringLiteral("Paper Si&ze:")), CBOPAPER);
+    page->addWidget(captionFor(CBOPAPER, QStringLiteral("Paper Si&ze:")), 1, 0);
+    page->addWidget(CBOPAPER, 1, 1);
     OPTORIENTPORT = new QRadioButton(QStringLiteral("Portr&ait"), FRAMPAGE);
     OPTORIENTLAND = new QRadioButton(QStringLiteral("La&ndscape"), FRAMPAGE);
     auto* orientations = new QButtonGroup(FRAMPAGE);
     orientations->addButton(OPTORIENTPORT);
     orientations->addButton(OPTORIENTLAND);
-    choices->addRow(captionFor(OPTORIENTPORT, QStringLiteral("&Orientation:")), OPTORIENTPORT);
-    choices->addRow(QString(), OPTORIENTLAND);
-    page->addLayout(choices, 0, 0, 1, 2);
+    page->addWidget(captionFor(OPTORIENTPORT, QStringLiteral("&Orientation:")), 2, 0);
+    page->addWidget(OPTORIENTPORT, 2, 1);
+    page->addWidget(OPTORIENTLAND, 3, 1);
 
     auto* settings = new QVBoxLayout;
     TXTSEP1 = new zuv::TXTSEP(QStringLiteral("Text Margins (Inches)"), FRAMPAGE);
@@ -203,7 +205,7 @@ QWidget* frmPSetup::createPageTab()
     BTNDEFAULTS = new QPushButton(QStringLiteral("&Defaults"), FRAMPAGE);
     settings->addWidget(BTNDEFAULTS, 0, Qt::AlignLeft);
     settings->addStretch();
-    page->addLayout(settings, 1, 0);
+    page->addLayout(settings, 4, 0, 1, 2);
 
     // The miniature is placed by its own arithmetic, in twips, inside its frame.
     auto* miniature = new QVBoxLayout;
@@ -236,8 +238,9 @@ QWidget* frmPSetup::createPageTab()
     dimensions->addWidget(LBLHEIGHT);
     miniature->addWidget(PICDIMINSIONS);
     miniature->addStretch();
-    page->addLayout(miniature, 1, 1);
-    page->setColumnStretch(0, 1);
+    page->addLayout(miniature, 1, 2, 4, 1);
+    page->setColumnStretch(1, 1);
+    page->setRowStretch(4, 1);
     return FRAMPAGE;
 }
 

@@ -235,11 +235,9 @@ void drawZoom(QPainter& painter, bool in)
 
 } // namespace
 
-QPixmap paintGlyph(Glyph glyph, int size)
+void drawGlyph(QPainter& painter, Glyph glyph, qreal size)
 {
-    QPixmap pixmap(size, size);
-    pixmap.fill(Qt::transparent);
-    QPainter painter(&pixmap);
+    painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.scale(size / Grid, size / Grid);
 
@@ -264,7 +262,21 @@ QPixmap paintGlyph(Glyph glyph, int size)
     // The lens centre lands on the pointer's hot spot (9, 8) of 32 pixels.
     case Glyph::Magnifier: drawMagnifier(painter, QPointF(4.5, 4.0), 3.4, Qt::white, 1.2); break;
     }
-    return pixmap;
+    painter.restore();
+}
+
+QImage glyphImage(Glyph glyph, int size)
+{
+    QImage image(size, size, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    drawGlyph(painter, glyph, size);
+    return image;
+}
+
+QPixmap paintGlyph(Glyph glyph, int size)
+{
+    return QPixmap::fromImage(glyphImage(glyph, size));
 }
 
 } // namespace resources

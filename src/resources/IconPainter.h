@@ -1,6 +1,9 @@
 #pragma once
 
+#include <QImage>
 #include <QPixmap>
+
+class QPainter;
 
 namespace resources {
 
@@ -30,7 +33,15 @@ enum class Glyph {
     Magnifier,
 };
 
-// A transparent square pixmap of `size` pixels with the glyph drawn on it.
+// Draws the glyph into the square of `size` units at the painter's origin. Any
+// paint device will do: the program's icon files are drawn by this same code
+// (tools/vistarro-icons), so the desktop shows the picture that the windows carry.
+void drawGlyph(QPainter& painter, Glyph glyph, qreal size);
+
+// A transparent square image of `size` pixels with the glyph drawn on it.
+QImage glyphImage(Glyph glyph, int size);
+
+// The same as a pixmap, for icons and cursors.
 QPixmap paintGlyph(Glyph glyph, int size);
 
 } // namespace resources

@@ -2,6 +2,8 @@
 
 #include "resources/IconPainter.h"
 
+#include <QGuiApplication>
+
 #include <cstddef>
 #include <initializer_list>
 
@@ -67,7 +69,13 @@ platform::ImageList previewImages()
 
 QCursor magnifierCursor()
 {
-    return QCursor(paintGlyph(Glyph::Magnifier, 32), 9, 8);
+    // Drawn for the device pixels of the screen, so that the pointer keeps its
+    // size and stays sharp on a scaled screen. The X11 platform takes the hot
+    // spot in the pixmap's own pixels.
+    const qreal ratio = qApp ? qApp->devicePixelRatio() : 1.0;
+    QPixmap pixmap = paintGlyph(Glyph::Magnifier, qRound(32 * ratio));
+    pixmap.setDevicePixelRatio(ratio);
+    return QCursor(pixmap, qRound(9 * ratio), qRound(8 * ratio));
 }
 
 QIcon windowIcon()

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QImage>
+#include <QRect>
 #include <QString>
 
 #include <array>
@@ -176,6 +177,8 @@ public:
                       int16_t CONTROLBOTTOM);
     int16_t MOUSEMOVEMDI(Form* FORMNAME, int16_t CONTROLLEFT, int16_t CONTROLRIGHT, int16_t CONTROLTOP,
                          int16_t CONTROLBOTTOM);
+    // The same for a rectangle that the caller measures (a toolbar where it stands).
+    int16_t MOUSEMOVE(Form* FORMNAME, const QRect& CONTROL);
     // The print dialog that opens next is centred on the screen; HOOKFRMUNLOAD
     // withdraws a request that no dialog has taken yet.
     void HOOKFRMLOAD();

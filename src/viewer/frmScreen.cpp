@@ -232,14 +232,15 @@ void frmScreen::uncoverPicture()
 
 // The file name without its extension, found from the end of the path. Only
 // three- and four-letter extensions are recognised; with any other, the search runs
-// on to the left and the name keeps the folders it passes, up to the one behind
-// the leftmost separator that it reaches (the path's first character is never
-// looked at). A path without a separator stays whole.
+// on to the left and the name keeps the folders it passes: the text behind the
+// leftmost separator, so /pics/old/a.x gives pics/old/a.x. The search takes in the
+// path's first character, since here the root's separator stands there where a
+// drive letter stood on the old platform. A path without a separator stays whole.
 void frmScreen::FINDNAME()
 {
     NAMESCAN = 0;
     PICNAME = PICPATH;
-    while (NAMESCAN < PICPATH.size()) {
+    while (NAMESCAN <= PICPATH.size()) {
         if (PICPATH.right(NAMESCAN).startsWith(QLatin1Char('/'))) {
             PICNAME = PICPATH.right(NAMESCAN - 1);
             // A dot four from the end: a three-letter extension; five: four letters.

@@ -1,6 +1,7 @@
 // The main window against a store of its own: what a person does with folders and
 // the album, and what the store holds afterwards.
 #include "TempStore.h"
+#include "ToolbarPointer.h"
 
 #include "album/frmMain.h"
 #include "album/frmPopup.h"
@@ -20,6 +21,7 @@
 #include <QFile>
 #include <QLabel>
 #include <QMenu>
+#include <QMenuBar>
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTest>
@@ -340,13 +342,17 @@ private slots:
     {
         QTest::addColumn<QString>("count");
         QTest::addColumn<QStringList>("expected");
-        QTest::addColumn<bool>("removeAllBlanksSlots");
+        QTest::addColumn<int>("blankedUpTo"); // Remove All blanks slots 1 to this one
         QTest::newRow("holes and slots above the count")
-            << "4" << QStringList({"/p/one.jpg", "/p/four.jpg"}) << true;
+            << "4" << QStringList({"/p/one.jpg", "/p/four.jpg"}) << 4;
+        // Slots 6 and 7 were never written; they are blanked all the same.
+        QTest::newRow("count above the highest slot")
+            << "7" << QStringList({"/p/one.jpg", "/p/four.jpg", "/p/five.jpg"}) << 7;
+        // Beyond what an album can hold only the slots that exist are blanked.
         QTest::newRow("huge count") << "2000000000"
-                                    << QStringList({"/p/one.jpg", "/p/four.jpg", "/p/five.jpg"}) << true;
-        QTest::newRow("count that isn't a number") << "many" << QStringList() << false;
-        QTest::newRow("negative count") << "-3" << QStringList() << false;
+                                    << QStringList({"/p/one.jpg", "/p/four.jpg", "/p/five.jpg"}) << 5;
+        QTest::newRow("count that isn't a number") << "many" << QStringList() << 0;
+        QTest::newRow("negative count") << "-3" << QStringList() << 0;
     }
 
     void storedAlbumWithHolesAndBadCount()
@@ -354,11 +360,12 @@ private slots:
         QFETCH(QString, count);
         QFETCH(QStringList, expected);
         TempStore temp;
+        const QStringList before = {"/p/one.jpg",  "",         "<absent>", "/p/four.jpg",
+                                    "/p/five.jpg", "<absent>", "<absent>", "<absent>"};
         store(frmMain::albumCountKey(), "Items", count);
-        store(frmMain::albumSlotsKey(), "1", "/p/one.jpg");
-        store(frmMain::albumSlotsKey(), "2", "");
-        store(frmMain::albumSlotsKey(), "4", "/p/four.jpg");
-        store(frmMain::albumSlotsKey(), "5", "/p/five.jpg");
+        for (int number = 1; number <= before.size(); ++number)
+            if (before[number - 1] != QLatin1String("<absent>"))
+                store(frmMain::albumSlotsKey(), QString::number(number), before[number - 1]);
 
         frmMain* form = start();
         QCOMPARE(texts(form->LSTSELECTED), expected);
@@ -367,10 +374,11 @@ private slots:
         // The store isn't rewritten at start.
         QCOMPARE(items(), count);
 
-        QFETCH(bool, removeAllBlanksSlots);
+        QFETCH(int, blankedUpTo);
         form->CLEARALL();
         QCOMPARE(items(), QStringLiteral("0"));
-        QCOMPARE(slot(4).isEmpty(), removeAllBlanksSlots);
+        for (int number = 1; number <= before.size(); ++number)
+            QCOMPARE(slot(number), number <= blankedUpTo ? QString("") : before[number - 1]);
     }
 
     void longPathsAndNamesThatArentUtf8()
@@ -488,6 +496,32 @@ private slots:
         QVERIFY(popup.MNUSELECTEDTOP->defaultAction() == popup.MNUSELECTEDPREVIEW);
         emit popup.MNUSELECTEDTOP->hovered(popup.MNUSELECTEDCLEAR);
         QCOMPARE(form->SBMAIN->panelText(1), QStringLiteral("Remove from current album."));
+    }
+
+    // The window's controls take its designed font; the menus keep the desktop's.
+    void controlsTakeTheWindowsFont()
+    {
+        TempStore temp;
+        frmMain* form = start();
+        for (QWidget* control : std::initializer_list<QWidget*>{form->LVWFOUND, form->LSTSELECTED,
+                                                                form->FTVBROWSE, form->SBMAIN}) {
+            QCOMPARE(control->font().family(), QStringLiteral("Tahoma"));
+            QCOMPARE(control->font().pointSizeF(), 8.25);
+        }
+        QCOMPARE(form->LBLDESC->font().pointSizeF(), 11.25);
+        QVERIFY(form->menuBar()->font() != form->LVWFOUND->font());
+    }
+
+    // A button's description stays while the pointer is anywhere on the bar, also
+    // on the rows and columns that the designed fixed rectangle left out.
+    void toolbarDescriptionStaysOverTheWholeBar()
+    {
+        TempStore temp;
+        frmMain* form = start();
+        form->show();
+        QVERIFY(QTest::qWaitForWindowExposed(form));
+        checkDescriptionsCoverTheBar(form->TBARMAIN, form->TMR1,
+                                     [form] { return form->SBMAIN->panelText(1); });
     }
 
     void toggledBarsAreStoredTogether()

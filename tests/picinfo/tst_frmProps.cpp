@@ -37,6 +37,7 @@ struct Shown {
     QStringList tabs;
     QStringList picture; // type, width, height, depth
     QPoint place;
+    QFont nameFont;
 };
 
 // Opens the dialog as the album's Properties command does and closes it again,
@@ -58,7 +59,8 @@ Shown openProperties(const QString& path, const std::function<void(frmProps&)>& 
             {},
             {props.TXTPICTYPE->text(), props.TXTPICWIDTH->text(), props.TXTPICHEIGHT->text(),
              props.TXTPICPIXELDEPTH->text()},
-            props.pos()};
+            props.pos(),
+            props.TXTFILENAME->font()};
         for (int i = 0; i < props.TABPROPS->count(); ++i)
             shown.tabs << props.TABPROPS->tabText(i);
         if (whileOpen)
@@ -173,10 +175,14 @@ void tst_frmProps::fieldsOfAFile()
 
     const Shown shown = openProperties(dir.filePath(given));
     QCOMPARE(shown.name, stored.section(QLatin1Char('/'), -1));
+    QCOMPARE(shown.nameFont.family(), QStringLiteral("Tahoma"));
+    QCOMPARE(shown.nameFont.pointSizeF(), 9.75);
+    QVERIFY(shown.nameFont.bold());
     QTEST(shown.type, "type");
     QCOMPARE(shown.location, QDir::cleanPath(dir.filePath(stored.section(QLatin1Char('/'), 0, -2))));
     QCOMPARE(shown.size, frmProps::FORMATSIZE(bytes.size()));
-    QCOMPARE(shown.modified, QStringLiteral("Thursday, March 4, 2021 5:06:07 AM UTC"));
+    // The long date and the long time, which names no zone.
+    QCOMPARE(shown.modified, QStringLiteral("Thursday, March 4, 2021 5:06:07 AM"));
     QTEST(shown.attributes, "attributes");
     QVERIFY(shown.icon);
     QCOMPARE(shown.tabs, (QStringList{QStringLiteral("General"), QStringLiteral("Picture")}));

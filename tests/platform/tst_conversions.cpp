@@ -1,7 +1,9 @@
 #include "platform/Conversions.h"
 #include "platform/Error.h"
 
+#include <QLocale>
 #include <QTest>
+#include <QTime>
 
 #include <cfloat>
 
@@ -16,6 +18,8 @@ private slots:
     void lenientVal();
     void floatTexts_data();
     void floatTexts();
+    void longTimeHasNoZone_data();
+    void longTimeHasNoZone();
 };
 
 void tst_Conversions::strict_data()
@@ -108,6 +112,33 @@ void tst_Conversions::floatTexts()
     QFETCH(float, value);
     QFETCH(QString, text);
     QCOMPARE(floatText(value), text);
+}
+
+void tst_Conversions::longTimeHasNoZone_data()
+{
+    // The toolkit's long formats name the zone in several ways: at the end, in
+    // brackets, after a comma, beside quoted words.
+    QTest::addColumn<QString>("locale");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("C") << "C"
+                       << "20:09:52";
+    QTest::newRow("en_US") << "en_US"
+                           << "8:09:52 PM";
+    QTest::newRow("ca_ES, in brackets") << "ca_ES"
+                                        << "20:09:52";
+    QTest::newRow("be_BY, after a comma") << "be_BY"
+                                          << "20:09:52";
+    QTest::newRow("bg_BG, quoted unit") << "bg_BG"
+                                        << "20:09:52 ч.";
+    QTest::newRow("nds_DE, quoted word first") << "nds_DE"
+                                               << "Klock 20.09:52";
+}
+
+void tst_Conversions::longTimeHasNoZone()
+{
+    QFETCH(QString, locale);
+    QFETCH(QString, text);
+    QCOMPARE(longTimeText(QLocale(locale), QTime(20, 9, 52)), text);
 }
 
 QTEST_GUILESS_MAIN(tst_Conversions)

@@ -1,5 +1,6 @@
 #include "presentation/PANEL.h"
 #include "presentation/SPIN.h"
+#include "presentation/TXTSEP.h"
 #include "presentation/VBAR.h"
 
 #include "platform/Screen.h"
@@ -11,6 +12,7 @@
 
 using zuv::PANEL;
 using zuv::SPIN;
+using zuv::TXTSEP;
 using zuv::VBAR;
 
 namespace {
@@ -41,6 +43,8 @@ private slots:
     void spinSteps();
     void panelKeepsToTheBottom();
     void vbarDrawsItsCaptionAndEdges();
+    void separatorRuleShowsAtEveryHeight_data();
+    void separatorRuleShowsAtEveryHeight();
 };
 
 void tst_controls::initTestCase()
@@ -173,6 +177,44 @@ void tst_controls::vbarDrawsItsCaptionAndEdges()
         for (int y = 2; y < 16; ++y)
             captionDrawn = captionDrawn || image.pixelColor(x, y) == fore;
     QVERIFY(captionDrawn);
+}
+
+void tst_controls::separatorRuleShowsAtEveryHeight_data()
+{
+    QTest::addColumn<QString>("caption");
+    QTest::addColumn<int>("height"); // 0: the size hint's
+    QTest::newRow("size hint, as a layout gives it") << QString() << 0;
+    QTest::newRow("odd height") << QString() << 15;
+    QTest::newRow("with a caption") << QStringLiteral("Print Settings") << 0;
+}
+
+// A shadow row over a light row, both across the rule's whole width behind the
+// caption. At its size hint of two rows the shadow was drawn above the control.
+void tst_controls::separatorRuleShowsAtEveryHeight()
+{
+    QFETCH(QString, caption);
+    QFETCH(int, height);
+    TXTSEP rule(caption);
+    QPalette colours = rule.palette();
+    const QColor dark(255, 0, 0), light(0, 0, 255);
+    colours.setColor(QPalette::Dark, dark);
+    colours.setColor(QPalette::Light, light);
+    rule.setPalette(colours);
+    rule.resize(200, height > 0 ? height : rule.sizeHint().height());
+
+    const QImage image = rule.grab().toImage();
+    const auto wholeRow = [&](int y, const QColor& colour) {
+        for (int x = 150; x < image.width(); ++x)
+            if (image.pixelColor(x, y) != colour)
+                return false;
+        return true;
+    };
+    int shadowRow = -1;
+    for (int y = 0; y + 1 < image.height() && shadowRow < 0; ++y)
+        if (wholeRow(y, dark))
+            shadowRow = y;
+    QVERIFY(shadowRow >= 0);
+    QVERIFY(wholeRow(shadowRow + 1, light));
 }
 
 QTEST_MAIN(tst_controls)

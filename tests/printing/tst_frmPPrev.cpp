@@ -5,6 +5,7 @@
 // preview keeps them; the arrow keys at the ends of the scroll bars; a sheet too
 // large for 16 bits; printing from the window.
 #include "TempStore.h"
+#include "ToolbarPointer.h"
 
 #include "platform/ComboBox.h"
 #include "platform/CommonDialog.h"
@@ -346,6 +347,16 @@ private slots:
             QTest::mouseMove(button, button->rect().center() - QPoint(2, 0));
             QTest::mouseMove(button, button->rect().center());
             QTRY_COMPARE(form.SBMAIN->panelText(1), description);
+        });
+    }
+
+    // The description stays while the pointer is anywhere on the bar, also over
+    // the right part of the bar, past the designed fixed rectangle.
+    void toolbarDescriptionStaysOverTheWholeBar()
+    {
+        preview(lines(200), [&](frmPPrev& form) {
+            checkDescriptionsCoverTheBar(form.TBARMAIN, form.TMR1,
+                                         [&form] { return form.SBMAIN->panelText(1); });
         });
     }
 

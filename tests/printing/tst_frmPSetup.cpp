@@ -93,6 +93,7 @@ private slots:
     void nextOpeningKeepsTheLastOk();
     void paperOutsideTheList();
     void headerFooterService();
+    void everyControlHasRoomOnItsTab();
 };
 
 void tst_frmPSetup::init()
@@ -365,6 +366,35 @@ void tst_frmPSetup::headerFooterService()
     clsLibrary::instance().PAGESETUPHEADFOOTSHOW();
     QVERIFY(modal && headerFooterShown && !pageShown);
     QVERIFY(!Forms::isLoaded<frmPSetup>());
+}
+
+// At the dialog's design size each tab holds its controls side by side: none
+// paints over another (the miniature's labels stood over its picture) and none
+// reaches out of the tab.
+void tst_frmPSetup::everyControlHasRoomOnItsTab()
+{
+    TempStore temp;
+    frmPSetup& setup = loadSetup();
+    setup.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&setup));
+    for (QWidget* tab : {setup.FRAMPAGE, setup.FRAMHEADERFOOTER}) {
+        setup.TABSTRIP1->setCurrentIndex(tab == setup.FRAMPAGE ? 0 : 1);
+        QTRY_VERIFY(tab->isVisible());
+        const QList<QWidget*> controls = tab->findChildren<QWidget*>(Qt::FindDirectChildrenOnly);
+        const auto name = [](const QWidget* control) {
+            return control->objectName() + QLatin1Char(' ') +
+                   QLatin1String(control->metaObject()->className());
+        };
+        for (QWidget* control : controls) {
+            if (!control->isVisibleTo(tab))
+                continue;
+            QVERIFY2(tab->rect().contains(control->geometry()), qPrintable(name(control)));
+            for (QWidget* other : controls)
+                QVERIFY2(other == control || !other->isVisibleTo(tab) ||
+                             !other->geometry().intersects(control->geometry()),
+                         qPrintable(name(control) + QStringLiteral(" and ") + name(other)));
+        }
+    }
 }
 
 int main(int argc, char** argv)

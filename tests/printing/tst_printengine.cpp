@@ -124,6 +124,8 @@ private slots:
     void cancelledDialogPrintsNothing();
     void pictureTallerThanThePageStandsAlone();
     void longTableBreaksBetweenRows();
+    void everyWordOnceInTheText_data();
+    void everyWordOnceInTheText();
     void drawRectangleMeasuresFromThePrintableArea();
 
 private:
@@ -304,6 +306,58 @@ void tst_PrintEngine::longTableBreaksBetweenRows()
         all += pdfPageText(pdf_, page);
     for (int row = 1; row <= 150; ++row)
         QCOMPARE(all.count(QRegularExpression(QStringLiteral("\\bRow%1\\b").arg(row))), 1);
+}
+
+void tst_PrintEngine::everyWordOnceInTheText_data()
+{
+    // Words unique in the document ("w12x3"), so each can be counted in the text
+    // layer of the PDF, which a search or a copy of the printed file reads.
+    QTest::addColumn<bool>("html");
+    QTest::addColumn<QString>("text");
+    QString plain;
+    for (int line = 1; line <= 200; ++line)
+        plain += QStringLiteral("w%1x1 w%1x2 w%1x3\n").arg(line);
+    QTest::newRow("plain text of four pages") << false << plain;
+
+    QString html;
+    for (int paragraph = 1; paragraph <= 30; ++paragraph) {
+        html += QStringLiteral("<p>");
+        // Long enough to wrap over several lines.
+        for (int word = 1; word <= 40; ++word)
+            html += QStringLiteral("p%1x%2 ").arg(paragraph).arg(word);
+        html += QStringLiteral("</p>");
+        if (paragraph == 15) {
+            html += QStringLiteral("<table border=\"1\">");
+            for (int row = 1; row <= 40; ++row)
+                html += QStringLiteral("<tr><td>t%1x1</td><td>t%1x2 t%1x3</td></tr>").arg(row);
+            html += QStringLiteral("</table>");
+        }
+    }
+    QTest::newRow("paragraphs and a table") << true << html;
+}
+
+// Each page draws its own lines only: a line of the page before, clipped out of
+// sight, would still be in the file's text and be found twice.
+void tst_PrintEngine::everyWordOnceInTheText()
+{
+    QFETCH(bool, html);
+    QFETCH(QString, text);
+    if (html)
+        caller_->document->setHtml(text);
+    else
+        caller_->document->setPlainText(text);
+    printAll(caller_->document);
+    QVERIFY(pdfPages(pdf_) > 2);
+    const QString printed = runTool(QStringLiteral("pdftotext"), {pdf_, QStringLiteral("-")});
+    const QRegularExpression whitespace(QStringLiteral("\\s+"));
+    QMap<QString, int> counts;
+    for (const QString& word : printed.split(whitespace, Qt::SkipEmptyParts))
+        ++counts[word];
+    const QStringList words = caller_->document->toPlainText().split(whitespace, Qt::SkipEmptyParts);
+    QVERIFY(words.size() > 500);
+    for (const QString& word : words)
+        QVERIFY2(counts.value(word) == 1,
+                 qPrintable(QStringLiteral("%1 found %2 times").arg(word).arg(counts.value(word))));
 }
 
 void tst_PrintEngine::drawRectangleMeasuresFromThePrintableArea()

@@ -1,14 +1,18 @@
 // The drawn images: every key of the main window's list and of the print
 // preview's, in its order, at 16 and 32 pixels, each with something drawn on it
 // and each unlike the others; the preview's pointer; and the program's icon at
-// every size it offers.
+// every size it offers, and the same picture in the desktop's icon files.
 #include "resources/Icons.h"
 
 #include <QCursor>
 #include <QImage>
+#include <QPainter>
 #include <QPixmap>
 #include <QSet>
+#include <QSvgRenderer>
 #include <QTest>
+
+#include <cstdlib>
 
 using ListMaker = platform::ImageList (*)();
 Q_DECLARE_METATYPE(ListMaker)
@@ -61,6 +65,7 @@ private slots:
     void listsDrawnAtBothSizes();
     void magnifierPointer();
     void windowIconAtEverySize();
+    void desktopIconIsTheWindowIcon();
 };
 
 void tst_icons::listsInOrder_data()
@@ -132,6 +137,43 @@ void tst_icons::windowIconAtEverySize()
         QVERIFY(icon.availableSizes().contains(QSize(size, size)));
         QVERIFY2(isDrawn(imageAt(icon, size)), qPrintable(QString::number(size)));
     }
+}
+
+// The icon files that the desktop shows in its menus (made by the build) are the
+// picture that the windows carry: the PNGs pixel for pixel, the SVG as close as
+// two renderers of the same shapes come (a shape that the SVG writer drops, such
+// as a clip, would show here).
+void tst_icons::desktopIconIsTheWindowIcon()
+{
+    const QString folder = QStringLiteral(VISTARRO_DESKTOP_ICONS);
+    const QString name = QStringLiteral(VISTARRO_APP_ID);
+    const QIcon icon = resources::windowIcon();
+    for (int size : {16, 32, 48, 64, 128}) {
+        const QImage file(QStringLiteral("%1/%2x%2/apps/%3.png").arg(folder).arg(size).arg(name));
+        QVERIFY2(!file.isNull(), qPrintable(QString::number(size)));
+        QCOMPARE(file.convertToFormat(QImage::Format_ARGB32), imageAt(icon, size));
+    }
+
+    QSvgRenderer svg(QStringLiteral("%1/scalable/apps/%2.svg").arg(folder, name));
+    QVERIFY(svg.isValid());
+    const int size = 128;
+    QImage rendered(size, size, QImage::Format_ARGB32);
+    rendered.fill(Qt::transparent);
+    QPainter painter(&rendered);
+    svg.render(&painter, QRectF(0, 0, size, size));
+    painter.end();
+    const QImage drawn = imageAt(icon, size);
+    qint64 difference = 0;
+    for (int y = 0; y < size; ++y) {
+        for (int x = 0; x < size; ++x) {
+            const QRgb a = rendered.pixel(x, y);
+            const QRgb b = drawn.pixel(x, y);
+            difference += std::abs(qRed(a) - qRed(b)) + std::abs(qGreen(a) - qGreen(b)) +
+                          std::abs(qBlue(a) - qBlue(b)) + std::abs(qAlpha(a) - qAlpha(b));
+        }
+    }
+    // Below one level in 256 per channel on average: the edges' smoothing differs.
+    QVERIFY2(difference < qint64(size) * size * 4, qPrintable(QString::number(difference)));
 }
 
 QTEST_MAIN(tst_icons)

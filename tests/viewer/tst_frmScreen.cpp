@@ -244,8 +244,12 @@ private slots:
         row("/pics/sunset.jpg", "sunset");
         row("/pics/a.jpeg", "a");
         row("/pics/my.photo.jpg", "my.photo");
-        // Other extensions keep the folders up to the second separator from the left.
-        row("/home/pics/old/a.gz", "pics/old/a.gz");
+        // Other extensions keep every folder: the text behind the leftmost separator.
+        row("/home/pics/old/a.gz", "home/pics/old/a.gz");
+        row("/pics/old/a.x", "pics/old/a.x");
+        row("/pics/old/noextension", "pics/old/noextension");
+        // A picture in the root folder loses its separator like any other.
+        row("/a.jpg", "a");
         row("sunset.jpg", "sunset.jpg");
         row("/x/a.b/c", "c");
     }

@@ -12,15 +12,21 @@
 # $E2E_OUT (a new temporary folder when unset). Any mismatch exits with status 1.
 set -euo pipefail
 
-E2E_PROGRAM=VISTARRO
+if [ $# -ne 2 ]; then
+  echo "usage: $0 VISTARRO VISTARRO_STORE" >&2
+  exit 2
+fi
+vistarro=$(realpath "$1")
+store_tool=$(realpath "$2")
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+
 REQUIRED_TOOLS="python3 xprop"
 # shellcheck source=lib.sh
-source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
-vistarro=$program
+source "$here/lib.sh"
+# shellcheck source=album.sh
+source "$here/album.sh"
 
 # Five pictures of one colour each, in the order the found list shows them.
-pictures="$work/pictures"
-mkdir -p "$pictures"
 colours=(red lime blue yellow magenta)
 for i in "${!colours[@]}"; do
   convert -size 200x150 "xc:${colours[$i]}" "$pictures/$((i + 1)).bmp"
@@ -71,7 +77,6 @@ seed_store "$program_key\\fPREFERENCES\\Items" "Files Location" "$pictures/" \
   "$preview_key" "Window State" 0 "$preview_key" Left 3000 "$preview_key" Top 3000 \
   "$preview_key" Width 6000 "$preview_key" Height 4500
 start_app
-found_row=(299 131)
 heading=(600 80)
 
 # A click on the heading band takes the focus, and Insert adds nothing there.

@@ -11,11 +11,17 @@
 # Screenshots go to $E2E_OUT (a new temporary folder when unset).
 set -euo pipefail
 
-E2E_PROGRAM=VISTARRO_PRINT
+if [ $# -ne 2 ]; then
+  echo "usage: $0 VISTARRO_PRINT VISTARRO_STORE" >&2
+  exit 2
+fi
+print_tool=$(realpath "$1")
+store_tool=$(realpath "$2")
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+
 REQUIRED_TOOLS="pdfinfo pdftotext"
 # shellcheck source=lib.sh
-source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
-print_tool=$program
+source "$here/lib.sh"
 # No printer but the PDF one, writing into a home of our own.
 export HOME="$work/home"
 mkdir -p "$HOME"
