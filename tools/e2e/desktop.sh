@@ -53,8 +53,26 @@ wait_window() {
   local id
   id=$(timeout 15 xdotool search --sync --onlyvisible --name "$1" | head -1) || true
   [ -n "$id" ] || fail "no window named $1 appeared"
-  sleep 1
   echo "$id"
+}
+
+# A window's frame once the window manager and the program have placed it: the
+# same twice running, half a second apart.
+settled_frame() {
+  local frame="" previous=""
+  for _ in $(seq 1 20); do
+    sleep 0.5
+    frame=$(frame_of "$1")
+    [ "$frame" = "$previous" ] && break
+    previous=$frame
+  done
+  echo "$frame"
+}
+
+# Waits until no window of that name is shown any more.
+wait_gone() {
+  timeout 15 bash -c 'while xdotool search --onlyvisible --name "$1" >/dev/null 2>&1; do sleep 0.2; done' _ "$1" ||
+    fail "the window named $1 did not close"
 }
 
 # --- A first start; the stored folder is gone. ------------------------------
@@ -92,9 +110,9 @@ places=()
 for round in 1 2 3; do
   key Return
   preview=$(wait_window '^Picture Preview$')
-  places+=("$(frame_of "$preview")")
+  places+=("$(settled_frame "$preview")")
   key Escape
-  sleep 0.5
+  wait_gone '^Picture Preview$'
   focus_main
 done
 [ "${places[0]}" = "200 200 400 300" ] && [ "${places[1]}" = "${places[0]}" ] && [ "${places[2]}" = "${places[0]}" ] ||
@@ -104,8 +122,8 @@ done
 key alt+h
 key a
 about=$(wait_window '^About$')
+read -r ax ay aw ah <<<"$(settled_frame "$about")"
 shot desktop-about
-read -r ax ay aw ah <<<"$(frame_of "$about")"
 dx=$((2 * ax + aw - 1280))
 dy=$((2 * ay + ah - 800))
 [ "${dx#-}" -le 1 ] && [ "${dy#-}" -le 1 ] || fail "the about box's frame $ax,$ay ${aw}x$ah is off the middle"
