@@ -7,7 +7,6 @@
 #include <QAction>
 #include <QFrame>
 #include <QGridLayout>
-#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLinearGradient>
@@ -16,8 +15,6 @@
 #include <QPixmap>
 #include <QPushButton>
 #include <QRadialGradient>
-#include <QScreen>
-#include <QStyle>
 #include <QVBoxLayout>
 
 namespace {
@@ -123,8 +120,7 @@ void frmAbout::createControls()
     content->addWidget(BTNCLOSE, 0, Qt::AlignRight);
     setCloseButton(BTNCLOSE);
 
-    if (const QScreen* screen = QGuiApplication::primaryScreen())
-        move(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size(), screen->geometry()).topLeft());
+    centreOnScreen();
 }
 
 void frmAbout::Form_Load()

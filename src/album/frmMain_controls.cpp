@@ -194,6 +194,13 @@ void frmMain::connectEvents()
     PICMAIN->installEventFilter(this);
     SBMAIN->installEventFilter(this);
 
+    // The picture boxes take the focus when they are clicked, as the lists and
+    // the tree do, so that a click beside the lists takes their commands away.
+    // The toolbar's band takes it only beside the toolbar: a click on a button
+    // leaves the focus where it was.
+    for (QWidget* box : {PICBAR1, PICBAR2, PICBOX, PICFND, PICHEADER, PICSELCT, PICTREE})
+        box->setFocusPolicy(Qt::ClickFocus);
+
     // The add and remove keys work wherever the focus rests but in an empty list.
     for (QWidget* control : {static_cast<QWidget*>(FTVBROWSE), PICBAR1, PICBAR2, PICBOX, PICFND, PICHEADER,
                              PICMAIN, PICSELCT, PICTREE}) {

@@ -11,11 +11,13 @@
 #include "platform/FolderTree.h"
 #include "platform/ListView.h"
 #include "platform/StatusBar.h"
+#include "platform/Toolbar.h"
 #include "platform/Twips.h"
 #include "presentation/VBAR.h"
 
 #include <QAction>
 #include <QEvent>
+#include <QMouseEvent>
 
 using platform::resumeNext;
 using platform::twips;
@@ -54,6 +56,9 @@ void frmMain::stackBands()
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event)
 {
+    if (watched == PICMAIN && event->type() == QEvent::MouseButtonPress &&
+        !TBARMAIN->geometry().contains(static_cast<QMouseEvent*>(event)->position().toPoint()))
+        PICMAIN->setFocus(Qt::MouseFocusReason);
     if ((watched == PICMAIN || watched == SBMAIN) &&
         (event->type() == QEvent::ShowToParent || event->type() == QEvent::HideToParent))
         stackBands();

@@ -1,5 +1,6 @@
 #include "platform/ControlEvents.h"
 
+#include "platform/Desktop.h"
 #include "platform/Keys.h"
 #include "platform/Screen.h"
 
@@ -38,6 +39,9 @@ int buttonsOf(Qt::MouseButtons buttons)
 
 ControlEvents::ControlEvents(QWidget* control) : QObject(control), control_(control)
 {
+    // A key held down is one press and one release, as the handlers of key
+    // releases expect; the toolkit's own flag for repeats misses some of them.
+    desktop::reportHeldKeysOnce();
     control->installEventFilter(this);
     if (auto* area = qobject_cast<QAbstractScrollArea*>(control))
         area->viewport()->installEventFilter(this);

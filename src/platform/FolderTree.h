@@ -24,9 +24,20 @@ public:
 signals:
     void folderChanged(const QString& path);
 
+protected:
+    void focusInEvent(QFocusEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
+    void updateGeometries() override;
+
 private:
     void onCurrentChanged(const QModelIndex& current);
     FolderTreeModel* model_;
+    // The folder chosen in code is kept in view while the tree takes its size
+    // and its scroll bars, until the person scrolls or moves in the tree.
+    bool revealChosen_ = false;
+    // Set while the view would make a row current of its own accord.
+    bool viewPicks_ = false;
 };
 
 } // namespace platform

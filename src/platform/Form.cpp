@@ -8,6 +8,10 @@
 #include <QLayout>
 #include <QPointer>
 #include <QPushButton>
+#include <QScreen>
+#include <QStyle>
+#include <QTimer>
+#include <QWindow>
 
 namespace {
 
@@ -67,11 +71,22 @@ float Form::Height() const
 
 void Form::setLeft(float twips)
 {
-    move(toPixelsX(twips), pos().y());
+    placeFrame(QPoint(toPixelsX(twips), pos().y()));
 }
 void Form::setTop(float twips)
 {
-    move(pos().x(), toPixelsY(twips));
+    placeFrame(QPoint(pos().x(), toPixelsY(twips)));
+}
+
+// A place is the place of the frame. The toolkit takes it so for a window that
+// it hasn't made yet; a window made but not shown (a control of the form may make
+// it early) would put its inner area there instead, and the window manager would
+// frame it around that place, one title bar lower.
+void Form::placeFrame(QPoint place)
+{
+    move(place);
+    if (QWindow* window = windowHandle(); window && !isVisible())
+        window->setFramePosition(place);
 }
 
 // Until the window manager has framed the window, its frame counts as nothing:
@@ -93,12 +108,49 @@ void Form::setHeight(float twips)
     pendingOuterHeight_ = frameExtra == 0 ? outer : -1;
 }
 
-void Form::fitPendingOuterSize()
+// The frame of a window not yet framed: the frame of the program's main window
+// stands in for it, as the window manager frames the program's windows alike.
+QSize Form::expectedFrameExtra() const
 {
-    if ((pendingOuterWidth_ < 0 && pendingOuterHeight_ < 0) || !isVisible())
+    const QSize own = frameGeometry().size() - size();
+    if (!own.isNull())
+        return own;
+    const Form* main = Forms::mainForm();
+    if (main && main != this && main->isVisible())
+        return main->frameGeometry().size() - main->size();
+    return own;
+}
+
+void Form::centreOnScreen()
+{
+    centrePending_ = true;
+    centre();
+}
+
+void Form::centre()
+{
+    const QScreen* target = screen();
+    if (!target)
+        return;
+    const QSize outer = size() + expectedFrameExtra();
+    placeFrame(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, outer, target->geometry()).topLeft());
+}
+
+// Once the window manager has framed the shown window, its frame is known: a
+// form to be centred is centred by it, and an outer size asked for before loses it.
+void Form::settleFrame()
+{
+    if (!isVisible())
         return;
     const QSize frameExtra = frameGeometry().size() - size();
     if (frameExtra.isNull())
+        return;
+    if (centrePending_) {
+        // Cleared first: the move comes back here.
+        centrePending_ = false;
+        centre();
+    }
+    if (pendingOuterWidth_ < 0 && pendingOuterHeight_ < 0)
         return;
     const int w = pendingOuterWidth_ < 0 ? width() : std::max(0, pendingOuterWidth_ - frameExtra.width());
     const int h = pendingOuterHeight_ < 0 ? height() : std::max(0, pendingOuterHeight_ - frameExtra.height());
@@ -164,8 +216,10 @@ void Form::Show(int modal, Form* owner)
         return;
     }
     if (owner && owner != this && parentWidget() != owner) {
-        // A modal form stays above its owner: make it a child window of it.
+        // A modal form stays above its owner: make it a child window of it. The
+        // window is made anew, and its place is still the place of its frame.
         setParent(owner, windowFlags() | Qt::Window);
+        placeFrame(pos());
     }
     setWindowModality(Qt::ApplicationModal);
     QPointer<Form> self(this);
@@ -189,6 +243,7 @@ void Form::Hide()
 
 void Form::makeFixedDialog(float innerWidth, float innerHeight)
 {
+    fixedDialog_ = true;
     setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
     setFixedSize(toPixelsX(innerWidth), toPixelsY(innerHeight));
     clientArea()->resize(size());
@@ -219,7 +274,7 @@ bool Form::event(QEvent* event)
     switch (event->type()) {
     case QEvent::Show:
     case QEvent::Move:
-    case QEvent::Resize: fitPendingOuterSize(); break;
+    case QEvent::Resize: settleFrame(); break;
     default: break;
     }
     return handled;
@@ -232,6 +287,20 @@ bool Form::eventFilter(QObject* watched, QEvent* event)
     return QMainWindow::eventFilter(watched, event);
 }
 
+// A fixed dialog can't be minimized. A window manager that offers to all the
+// same (openbox does for every dialog, and takes the owner along) gets the
+// dialog, and with it the owner, back at once.
+void Form::changeEvent(QEvent* event)
+{
+    QMainWindow::changeEvent(event);
+    if (fixedDialog_ && event->type() == QEvent::WindowStateChange && (windowState() & Qt::WindowMinimized)) {
+        QTimer::singleShot(0, this, [this] {
+            setWindowState(0);
+            activateWindow();
+        });
+    }
+}
+
 void Form::closeEvent(QCloseEvent* event)
 {
     event->accept();
@@ -241,7 +310,10 @@ void Form::closeEvent(QCloseEvent* event)
 void Form::hideEvent(QHideEvent* event)
 {
     QMainWindow::hideEvent(event);
-    emit hidden();
+    // A window that the window manager minimizes is hidden without being closed:
+    // a modal form shown over its owner stays modal.
+    if (!event->spontaneous())
+        emit hidden();
 }
 
 std::unordered_map<std::type_index, Form*>& Forms::registry()

@@ -60,6 +60,9 @@ public:
     // A fixed dialog with an inner size in twips: a title and a close box, no
     // minimize or maximize button, and as a window of its owner no task bar entry.
     void makeFixedDialog(float innerWidth, float innerHeight);
+    // Places the form's frame in the middle of its screen, and once more when the
+    // window manager has framed the window and its frame is known.
+    void centreOnScreen();
     // The button that is default and cancel at once: Enter and Esc press it.
     void setCloseButton(QPushButton* button);
 
@@ -73,11 +76,15 @@ signals:
 protected:
     bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void hideEvent(QHideEvent* event) override;
 
 private:
-    void fitPendingOuterSize();
+    void placeFrame(QPoint place);
+    QSize expectedFrameExtra() const;
+    void centre();
+    void settleFrame();
     QSize clientSize() const;
 
     int pointer_ = 0;
@@ -85,6 +92,9 @@ private:
     // window, -1 if none: the frame is taken off once its size is known.
     int pendingOuterWidth_ = -1;
     int pendingOuterHeight_ = -1;
+    // To be centred again once the frame is known.
+    bool centrePending_ = false;
+    bool fixedDialog_ = false;
 };
 
 // The single shared instance of each form: loaded (and Form_Load run) on first

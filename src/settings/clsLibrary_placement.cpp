@@ -15,6 +15,8 @@
 
 #include <QWidget>
 
+#include <optional>
+
 using platform::twips;
 
 namespace {
@@ -51,14 +53,19 @@ void writeValue(const QString& key, const QString& item, const QString& data)
 
 // Only FORMSAVE writes these values, so a stored text that isn't a number was put
 // there by hand or is damaged. Rather than fail the form's load over it, such a
-// value counts as absent: the form keeps its present value, as on a first start.
-float storedLength(const QString& key, const QString& item, float present)
+// value counts as absent. An absent value leaves the form's present value as it
+// stands, which is what setting it again would mean: the present outer size isn't
+// known until the window manager has framed the window, and setting it before
+// would take the frame off the design size.
+std::optional<float> storedLength(const QString& key, const QString& item)
 {
     try {
-        return platform::toFloat(readValue(key, item, platform::floatText(present)));
+        const QString text = readValue(key, item, QString());
+        if (!text.isEmpty())
+            return platform::toFloat(text);
     } catch (const platform::Error&) {
-        return present;
     }
+    return std::nullopt;
 }
 
 // The same for the window state, where only 0, 1 and 2 are states.
@@ -104,8 +111,10 @@ void keepOnScreen(Form& form, Centre centre)
 
 void restorePosition(Form& form, const QString& key)
 {
-    form.setLeft(storedLength(key, LeftValue, form.Left()));
-    form.setTop(storedLength(key, TopValue, form.Top()));
+    if (const auto left = storedLength(key, LeftValue))
+        form.setLeft(*left);
+    if (const auto top = storedLength(key, TopValue))
+        form.setTop(*top);
 }
 
 } // namespace
@@ -120,8 +129,10 @@ void clsLibrary::FORMLOAD(const QString& PROGRAMFLDR, Form* FORMNAME, bool RESIZ
         // restore it goes back to its design size and place.
         if (form.WindowState() != NormalState)
             return;
-        form.setHeight(storedLength(key, HeightValue, form.Height()));
-        form.setWidth(storedLength(key, WidthValue, form.Width()));
+        if (const auto height = storedLength(key, HeightValue))
+            form.setHeight(*height);
+        if (const auto width = storedLength(key, WidthValue))
+            form.setWidth(*width);
     }
     // The centre comes from the size the form now has: its design size when only
     // the position is kept, else the size just restored.

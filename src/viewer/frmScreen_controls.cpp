@@ -3,6 +3,7 @@
 #include "viewer/frmScreen.h"
 
 #include "platform/ControlEvents.h"
+#include "platform/Desktop.h"
 #include "platform/Screen.h"
 
 #include <QGuiApplication>
@@ -66,9 +67,14 @@ void frmScreen::coverScreen()
     QWidget::setWindowState(Qt::WindowMaximized | Qt::WindowFullScreen);
 }
 
+// The show has neither a task bar entry nor a window icon.
 void frmScreen::showEvent(QShowEvent* event)
 {
     Form::showEvent(event);
+    platform::desktop::keepOffTaskbar(this);
+    // The toolkit has given the window the program's icon; it comes off once
+    // the window is mapped.
+    QTimer::singleShot(0, this, [this] { platform::desktop::removeWindowIcon(this); });
     activateWindow();
     setFocus(Qt::ActiveWindowFocusReason);
 }

@@ -22,6 +22,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -186,6 +187,67 @@ private slots:
         QCOMPARE(form->FLBFOUND.Path(), dir.path());
         QCOMPARE(form->LBLDESC->text(), "Vistarro - (" + gone + ")");
         QCOMPARE(stored(frmMain::preferencesKey(), QStringLiteral("Files Location")), gone + "/");
+    }
+
+    // A stored folder that the tree can't choose leaves the tree as it stands,
+    // and the focus alone chooses nothing: heading, list and store stay.
+    void storedFolderTheTreeRefusesIsKept_data()
+    {
+        QTest::addColumn<QString>("folder");
+        QTest::newRow("removed") << QStringLiteral("gone/");
+        QTest::newRow("blank") << QString();
+        QTest::newRow("under a dot folder") << QStringLiteral(".hidden/pictures/");
+    }
+
+    void storedFolderTheTreeRefusesIsKept()
+    {
+        QFETCH(QString, folder);
+        TempStore temp;
+        QTemporaryDir dir;
+        QVERIFY(QDir(dir.path()).mkpath(".hidden/pictures"));
+        const QString value = folder.isEmpty() ? folder : dir.filePath(folder);
+        store(frmMain::preferencesKey(), QStringLiteral("Files Location"), value);
+
+        frmMain* form = start();
+        showAndFocus(form, form->FTVBROWSE);
+        QCOMPARE(form->FTVBROWSE->selectedfolder(), QString());
+        QCOMPARE(form->LBLDESC->text(), QStringLiteral("Vistarro"));
+        QCOMPARE(form->LVWFOUND->ListItems().Count(), 0);
+        QCOMPARE(stored(frmMain::preferencesKey(), QStringLiteral("Files Location")), value);
+
+        // The person's choice is a change of folder as always.
+        QTest::keyClick(form->FTVBROWSE, Qt::Key_Down);
+        QVERIFY(!form->FTVBROWSE->selectedfolder().isEmpty());
+        QCOMPARE(stored(frmMain::preferencesKey(), QStringLiteral("Files Location")),
+                 form->FTVBROWSE->selectedfolder() + "/");
+    }
+
+    // The folder chosen at start stands in full view, above the horizontal
+    // scroll bar that a long name brings, also once the window has settled.
+    void folderChosenAtStartIsInFullView()
+    {
+        TempStore temp;
+        QTemporaryDir dir;
+        for (int i = 0; i < 40; ++i)
+            QVERIFY(QDir(dir.path()).mkdir(QStringLiteral("f%1").arg(i, 2, 10, QLatin1Char('0'))));
+        const QString chosen = dir.filePath("z" + QString(120, 'x'));
+        QVERIFY(QDir().mkdir(chosen));
+        store(frmMain::preferencesKey(), QStringLiteral("Files Location"), chosen + "/");
+
+        frmMain* form = start();
+        form->show();
+        QVERIFY(QTest::qWaitForWindowExposed(form));
+        platform::FolderTree* tree = form->FTVBROWSE;
+        QCOMPARE(tree->selectedfolder(), chosen);
+        // The window manager frames the window and takes the frame off its size.
+        form->resize(form->width(), form->height() - 25);
+        QTRY_VERIFY(tree->horizontalScrollBar()->isVisible());
+        const QRect row = tree->visualRect(tree->currentIndex());
+        QVERIFY2(row.top() >= 0 && row.bottom() < tree->viewport()->height(),
+                 qPrintable(QStringLiteral("row %1..%2 in a view %3 high")
+                                .arg(row.top())
+                                .arg(row.bottom())
+                                .arg(tree->viewport()->height())));
     }
 
     void addMarkedAndAllIntoTheStoredForm()

@@ -143,6 +143,37 @@ private slots:
         QVERIFY(enabled(form, "RUN", form->MNUFILERUN));
     }
 
+    // A picture box takes the focus when clicked, so a click beside the lists
+    // (heading band, splitters, the panel behind a list, the toolbar's band)
+    // takes the add pair away; a click on a toolbar button doesn't.
+    void clickBesideTheListsTakesTheirCommands()
+    {
+        TempStore temp;
+        frmMain* form = startWithFocusIn(true, 0);
+        const auto clickOn = [form](QWidget* target, QPoint at) {
+            form->LVWFOUND->setFocus(Qt::TabFocusReason);
+            QTRY_VERIFY(enabled(form, "ADD", form->MNUEDITADD));
+            QCOMPARE(form->childAt(target->mapTo(form, at)), target);
+            QTest::mouseClick(target, Qt::LeftButton, {}, at);
+            QTRY_VERIFY(target->hasFocus());
+            QVERIFY(!enabled(form, "ADD ALL", form->MNUEDITADDALL));
+        };
+        clickOn(form->PICHEADER, QPoint(form->PICHEADER->width() - 5, 5));
+        clickOn(form->PICBAR1, form->PICBAR1->rect().center());
+        clickOn(form->PICBAR2, form->PICBAR2->rect().center());
+        clickOn(form->PICMAIN, QPoint(form->PICMAIN->width() - 5, form->PICMAIN->height() / 2));
+        // The panel shows a thin edge at the left of its list.
+        clickOn(form->PICFND, QPoint(0, form->PICFND->height() / 2));
+
+        form->LVWFOUND->setFocus(Qt::TabFocusReason);
+        QTRY_VERIFY(enabled(form, "ADD", form->MNUEDITADD));
+        QWidget* button = form->TBARMAIN->widgetForAction(form->TBARMAIN->Buttons("ADD"));
+        QTest::mouseClick(button, Qt::LeftButton);
+        QCOMPARE(form->LSTSELECTED->ListItems().Count(), 1);
+        QVERIFY(form->LVWFOUND->hasFocus());
+        QVERIFY(enabled(form, "ADD", form->MNUEDITADD));
+    }
+
     void runStartsTheShowFromMenuAndToolbar()
     {
         TempStore temp;

@@ -1,13 +1,46 @@
 # Shared by the end-to-end checks of the main window, sourced after lib.sh:
 # prepare_pictures (three pictures in $pictures, a store seeded so that the
-# program opens in that folder) and the steps that start, drive and end the
-# program. The check sets $vistarro (the program) and $store_tool
+# program opens in that folder), seed_store for other values, and the steps that
+# start, drive and end the program. The check sets $vistarro (the program) and $store_tool
 # (vistarro-store) first.
 here=${here:-$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)}
 format_header="$here/../../src/platform/RegistryFormat.h"
 store="$XDG_CONFIG_HOME/ZUV Software Development/settings.sqlite"
 pictures="$work/pictures"
 mkdir -p "$pictures"
+
+program_key='SOFTWARE\ZUV Software Development\Vistarro'
+
+# Writes text values into the store, made anew when missing, before the
+# program starts: seed_store KEY NAME VALUE [KEY NAME VALUE ...] with full key
+# paths below HKEY_CURRENT_USER.
+seed_store() {
+  mkdir -p "$(dirname "$store")"
+  python3 - "$format_header" "$store" "$@" <<'PY'
+import re, sqlite3, sys
+header, store, *triples = sys.argv[1:]
+text = open(header, encoding="utf-8").read()
+# The schema is a run of string literals after "Schema ="; the version a constant.
+literals = re.search(r"Schema\s*=\s*((?:\s*\"(?:[^\"\\]|\\.)*\")+)\s*;", text).group(1)
+schema = "".join(re.findall(r"\"((?:[^\"\\]|\\.)*)\"", literals))
+version = int(re.search(r"constexpr int Version = (\d+);", text).group(1))
+db = sqlite3.connect(store)
+db.executescript(schema)
+db.execute(f"PRAGMA user_version={version}")
+for at in range(0, len(triples), 3):
+    key, name, value = triples[at:at + 3]
+    parts = key.split("\\")
+    for i in range(1, len(parts) + 1):
+        path = "\\".join(parts[:i])
+        db.execute("INSERT OR IGNORE INTO reg_key (folded, path) VALUES (?, ?)", (path.casefold(), path))
+    db.execute("DELETE FROM reg_value WHERE key = ? AND folded = ?", (key.casefold(), name.casefold()))
+    db.execute("INSERT INTO reg_value (key, folded, name, type, data) VALUES (?, ?, ?, 1, ?)",
+               (key.casefold(), name.casefold(), name, value.encode("utf-8")))
+db.commit()
+db.close()
+PY
+  step "store seeded at $store"
+}
 
 # Three pictures in $pictures and a store seeded so that the program opens in
 # that folder.
@@ -35,30 +68,7 @@ mapfile -t picture_files < <(cd "$pictures" && ls)
 [ ${#picture_files[@]} -eq 3 ] || fail "expected three pictures in $pictures, made ${#picture_files[@]}"
 
 # --- The store, seeded so that the program opens in the picture folder. ------
-mkdir -p "$(dirname "$store")"
-python3 - "$format_header" "$store" "$pictures/" <<'PY'
-import re, sqlite3, sys
-header, store, folder = sys.argv[1:]
-text = open(header, encoding="utf-8").read()
-# The schema is a run of string literals after "Schema ="; the version a constant.
-literals = re.search(r"Schema\s*=\s*((?:\s*\"(?:[^\"\\]|\\.)*\")+)\s*;", text).group(1)
-schema = "".join(re.findall(r"\"((?:[^\"\\]|\\.)*)\"", literals))
-version = int(re.search(r"constexpr int Version = (\d+);", text).group(1))
-db = sqlite3.connect(store)
-db.executescript(schema)
-db.execute(f"PRAGMA user_version={version}")
-key = "SOFTWARE\\ZUV Software Development\\Vistarro\\fPREFERENCES\\Items"
-parts = key.split("\\")
-for i in range(1, len(parts) + 1):
-    path = "\\".join(parts[:i])
-    db.execute("INSERT OR IGNORE INTO reg_key (folded, path) VALUES (?, ?)", (path.casefold(), path))
-name = "Files Location"
-db.execute("INSERT INTO reg_value (key, folded, name, type, data) VALUES (?, ?, ?, 1, ?)",
-           (key.casefold(), name.casefold(), name, folder.encode("utf-8")))
-db.commit()
-db.close()
-PY
-step "store seeded at $store"
+seed_store "$program_key\\fPREFERENCES\\Items" "Files Location" "$pictures/"
 }
 
 # --- Driving the program. ---------------------------------------------------
@@ -84,7 +94,9 @@ start_app() {
 
 # Clicks at a point given relative to the main window's top left corner.
 click_at() {
-  DISPLAY=$input_display timeout 5 xdotool mousemove --sync $((win_x + $1)) $((win_y + $2)) click 1
+  # Without --sync, which waits for a motion that never comes when the pointer
+  # stands there already.
+  DISPLAY=$input_display timeout 5 xdotool mousemove $((win_x + $1)) $((win_y + $2)) sleep 0.2 click 1
   sleep 0.4
 }
 

@@ -29,7 +29,7 @@ case "$server" in
   *) fail "unknown E2E_SERVER=$server (xvfb or weston)" ;;
 esac
 
-for tool in Xvfb xdotool xwd xwininfo convert ${REQUIRED_TOOLS:-}; do
+for tool in Xvfb xdotool xwd xwininfo xset convert ${REQUIRED_TOOLS:-}; do
   command -v "$tool" >/dev/null || fail "$tool is not installed (scripts/install-deps.sh installs it)"
 done
 
@@ -85,6 +85,9 @@ fi
 export DISPLAY="$display"
 timeout 10 bash -c 'until xdpyinfo >/dev/null 2>&1 || xdotool getmouselocation >/dev/null 2>&1; do sleep 0.1; done' ||
   fail "the X server did not start on $display: $(cat "$work"/*.log)"
+# A key held down repeats, as on a desktop: the checks hold keys with it.
+DISPLAY=$input_display xset r on
+DISPLAY=$input_display xset q | grep -q "auto repeat: *on" || fail "the X server's auto-repeat is off"
 step "$server on $display, screenshots in $out"
 
 # --- The window manager, when asked for: ready once it names itself on the root.
