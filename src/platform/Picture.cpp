@@ -260,6 +260,9 @@ PicturePart LoadPicturePart(const QString& path, const std::function<QRect(QSize
         result.image = std::move(image);
     else
         result.image = image.copy(result.part.translated(-held.topLeft()));
+    // A copy that found no memory is a null image, which would show as nothing.
+    if (result.image.isNull() && !result.part.isEmpty())
+        throw Error(err::OutOfMemory);
     return result;
 }
 
