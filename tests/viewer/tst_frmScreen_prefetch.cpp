@@ -18,7 +18,13 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <QScopeGuard>
+
+#include <system_error>
+#include <thread>
+
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 namespace {
@@ -151,6 +157,53 @@ private slots:
         PicturePrefetch::waitForWorker();
     }
     void cleanupTestCase() { delete main_; }
+
+    // Short of address space the worker's thread can't start: the show goes on,
+    // each step loading its own picture. It must run first, before any show has
+    // started the worker of this process.
+    void showGoesOnWithoutItsWorker()
+    {
+#if defined(__SANITIZE_ADDRESS__)
+        QSKIP("AddressSanitizer reserves more address space than any limit leaves");
+#endif
+        TempStore store;
+        QStringList pictures;
+        for (int i = 0; i < 3; ++i)
+            pictures << file(QStringLiteral("small%1.jpg").arg(i), jpegOf(noisy({64 + i, 48}, 30 + i)));
+        writeAlbum(pictures);
+
+        // Room for the show's small pictures and its window, not for a thread's
+        // stack (8 MiB).
+        QFile statm(QStringLiteral("/proc/self/statm"));
+        QVERIFY(statm.open(QIODevice::ReadOnly));
+        const rlim_t used = rlim_t(statm.readAll().split(' ').value(0).toULongLong()) * rlim_t(getpagesize());
+        rlimit before{};
+        QCOMPARE(getrlimit(RLIMIT_AS, &before), 0);
+        const rlimit tight{used + 6 * 1024 * 1024, before.rlim_max};
+        QCOMPARE(setrlimit(RLIMIT_AS, &tight), 0);
+        auto restore = qScopeGuard([&] { setrlimit(RLIMIT_AS, &before); });
+        bool threadStarted = false;
+        try {
+            std::thread([] {}).join();
+            threadStarted = true;
+        } catch (const std::system_error&) {
+        }
+        if (threadStarted)
+            QSKIP("a thread still starts under the limit");
+
+        frmScreen* form = startShow();
+        for (int step = 1; step <= 4; ++step) {
+            // The painted picture and the fallback timer both ask for the worker.
+            QTest::qWait(300);
+            const QString expected = pictures[step % 3];
+            form->TMRPICS_Timer();
+            QCOMPARE(form->PICPATH, expected);
+            QCOMPARE(form->IMGMAIN->size(), QSize(64 + step % 3, 48));
+        }
+        restore.dismiss();
+        setrlimit(RLIMIT_AS, &before);
+        showsFile(form, pictures[4 % 3]);
+    }
 
     void shownPixelsAreTheFilesPixels_data()
     {
