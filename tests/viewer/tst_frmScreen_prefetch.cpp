@@ -24,6 +24,7 @@
 #include <thread>
 
 #include <fcntl.h>
+#include <pthread.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 
@@ -172,16 +173,25 @@ private slots:
             pictures << file(QStringLiteral("small%1.jpg").arg(i), jpegOf(noisy({64 + i, 48}, 30 + i)));
         writeAlbum(pictures);
 
-        // Room for the show's small pictures and its window, not for a thread's
-        // stack (8 MiB).
+        // Room for the show's small pictures and its window, not for a thread
+        // whose stack is made larger than that.
+        pthread_attr_t defaults, large;
+        QCOMPARE(pthread_getattr_default_np(&defaults), 0);
+        QCOMPARE(pthread_getattr_default_np(&large), 0);
+        QCOMPARE(pthread_attr_setstacksize(&large, size_t(512) << 20), 0);
+        QCOMPARE(pthread_setattr_default_np(&large), 0);
         QFile statm(QStringLiteral("/proc/self/statm"));
         QVERIFY(statm.open(QIODevice::ReadOnly));
         const rlim_t used = rlim_t(statm.readAll().split(' ').value(0).toULongLong()) * rlim_t(getpagesize());
         rlimit before{};
         QCOMPARE(getrlimit(RLIMIT_AS, &before), 0);
-        const rlimit tight{used + 6 * 1024 * 1024, before.rlim_max};
+        const rlimit tight{used + (rlim_t(96) << 20), before.rlim_max};
         QCOMPARE(setrlimit(RLIMIT_AS, &tight), 0);
-        auto restore = qScopeGuard([&] { setrlimit(RLIMIT_AS, &before); });
+        const auto loosen = [&] {
+            setrlimit(RLIMIT_AS, &before);
+            pthread_setattr_default_np(&defaults);
+        };
+        auto restore = qScopeGuard(loosen);
         bool threadStarted = false;
         try {
             std::thread([] {}).join();
@@ -201,7 +211,7 @@ private slots:
             QCOMPARE(form->IMGMAIN->size(), QSize(64 + step % 3, 48));
         }
         restore.dismiss();
-        setrlimit(RLIMIT_AS, &before);
+        loosen();
         showsFile(form, pictures[4 % 3]);
     }
 
@@ -245,7 +255,10 @@ private slots:
 
     // The show's parts are centred, where a mirror maps a part onto itself; parts
     // off the centre pin the way from the upright picture to the stored one.
-    void anyPartIsThatPartOfTheWholePicture_data() { shownPixelsAreTheFilesPixels_data(); }
+    void anyPartIsThatPartOfTheWholePicture_data()
+    {
+        shownPixelsAreTheFilesPixels_data();
+    }
 
     void anyPartIsThatPartOfTheWholePicture()
     {
