@@ -177,6 +177,9 @@ struct PictureFile {
                 if (bmp->runLength() && !size.isEmpty() &&
                     withinAllocationLimit(size, QImage::Format_Indexed8)) {
                     image = QImage(size, QImage::Format_Indexed8);
+                    // The decoder would make one of its own, uncleared.
+                    if (image.isNull())
+                        throw Error(err::OutOfMemory);
                     image.fill(0);
                 }
             }
