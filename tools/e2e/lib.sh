@@ -19,7 +19,7 @@ case "$wm" in
   *) fail "unknown E2E_WM=$wm (openbox or none)" ;;
 esac
 
-for tool in Xvfb xdotool xwd convert ${REQUIRED_TOOLS:-}; do
+for tool in Xvfb xdotool xwd xwininfo convert ${REQUIRED_TOOLS:-}; do
   command -v "$tool" >/dev/null || fail "$tool is not installed (scripts/install-deps.sh installs it)"
 done
 
@@ -64,6 +64,13 @@ if [ "$wm" = openbox ]; then
     fail "openbox did not start: $(cat "$work/openbox/log")"
   step "openbox manages $display"
 fi
+
+# The root position of a window's client area, as "X Y". xwininfo asks the
+# server; xdotool's geometry counts a window manager's frame offset twice.
+client_origin() {
+  xwininfo -id "$1" 2>/dev/null |
+    sed -n 's/^ *Absolute upper-left \([XY]\): *\(-\?[0-9]*\)$/\2/p' | tr '\n' ' '
+}
 
 shot() {
   timeout 20 bash -c 'xwd -root -silent | convert xwd:- "$1"' _ "$out/$1.png" || fail "screenshot $1 failed"

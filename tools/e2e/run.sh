@@ -86,14 +86,12 @@ start_app() {
   local place="" previous=""
   for _ in $(seq 1 20); do
     window=$(xdotool search --onlyvisible --name '^Vistarro$' | head -1)
-    place=$(xdotool getwindowgeometry --shell "$window" 2>/dev/null | grep -E '^(X|Y)=' | tr '\n' ' ')
+    place=$(client_origin "$window")
     [ -n "$place" ] && [ "$place" = "$previous" ] && break
     previous=$place
     sleep 0.5
   done
-  eval "$(xdotool getwindowgeometry --shell "$window")"
-  win_x=$X
-  win_y=$Y
+  read -r win_x win_y <<<"$place"
   step "main window $window at $win_x,$win_y"
 }
 
@@ -130,7 +128,7 @@ stop_app() {
 }
 
 # Points on the default layout, relative to the window's client area on a
-# 1280x800 screen without a window manager: the first row of the found list and
+# 1280x800 screen: the first row of the found list and
 # of the selected list (the window opens at 61,63 with the found list's first
 # row at 360,194 and the selected list's at 360,349).
 found_row=(299 131)
