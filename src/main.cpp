@@ -1,21 +1,29 @@
 #include "album/frmMain.h"
 #include "platform/App.h"
+#include "platform/Application.h"
 #include "platform/Form.h"
 #include "resources/Icons.h"
 
-#include <QApplication>
+#include <cstdio>
+#include <new>
 
 int main(int argc, char* argv[])
 {
     platform::App::prepareProcess();
     platform::App::chooseDisplayPlatform();
-    QApplication app(argc, argv);
+    platform::Application app(argc, argv);
     platform::App::restoreDisplayEnvironment();
-    QApplication::setApplicationName(platform::App::Title());
-    QApplication::setOrganizationName(platform::App::CompanyName());
-    QApplication::setWindowIcon(resources::windowIcon());
-    // The desktop entry's name: a Wayland desktop and the task bar find the icon by it.
-    QGuiApplication::setDesktopFileName(QStringLiteral(VISTARRO_APP_ID));
-    Forms::get<frmMain>().Show();
+    // Too little memory to make the main window ends the program with a message.
+    try {
+        QApplication::setApplicationName(platform::App::Title());
+        QApplication::setOrganizationName(platform::App::CompanyName());
+        QApplication::setWindowIcon(resources::windowIcon());
+        // The desktop entry's name: a Wayland desktop and the task bar find the icon by it.
+        QGuiApplication::setDesktopFileName(QStringLiteral(VISTARRO_APP_ID));
+        Forms::get<frmMain>().Show();
+    } catch (const std::bad_alloc&) {
+        std::fputs("Vistarro: not enough memory to start\n", stderr);
+        return 1;
+    }
     return QApplication::exec();
 }

@@ -140,6 +140,12 @@ private:
     void COUNTSHOW();
     void loadAlbum();
     int32_t nextFreeSlot() const;
+    void appendToAlbumList(const QString& path, int32_t slot);
+    // Writes a picture into its slot of the stored album and makes that slot "Items".
+    void storeInAlbum(int32_t slot, const QString& path);
+    // Whether the list holds the whole stored album; reads it again if a read of it
+    // failed before, and stores the pictures added in the window meanwhile.
+    bool albumReadable();
 
     // Folder browsing (frmMain_browse.cpp).
     void FTVBROWSE_FolderChanged(const QString& path);
@@ -174,6 +180,8 @@ private:
     int16_t NEXTINDEX = 1;
     int32_t STOREDITEMS = 0;
     int32_t SLOTNO = 0;
+    // A read of the stored album failed: the list may lack some of its pictures.
+    bool albumUnread = false;
     QString ADDPATH;
     QString ADDEXT;
     QString SLOTPATH;

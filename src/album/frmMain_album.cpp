@@ -8,6 +8,13 @@
 // after the last item's (slot 1 for an empty list) and makes it "Items". So an add
 // never touches a slot that holds a picture of the album, and blank slots at the
 // end are taken again instead of piling up.
+//
+// That holds only if the list shows every picture the store holds. When a read of
+// the stored album fails (the store answered with an error, not with "absent"),
+// the album is "unread": what is added is listed with Tag 0 and not stored, and
+// nothing is blanked but the slots that were read. Each later command that writes
+// the album first reads it again; once that read succeeds, the list becomes the
+// stored album followed by the pictures added meanwhile, which are stored then.
 #include "album/frmMain.h"
 
 #include "platform/Conversions.h"
@@ -16,6 +23,7 @@
 #include "platform/Registry.h"
 #include "platform/Screen.h"
 #include "platform/StatusBar.h"
+#include "settings/clsLibrary.h"
 
 #include <QAction>
 #include <QTime>
@@ -48,7 +56,82 @@ int32_t highestStoredSlot()
     return highest;
 }
 
+// The stored album as far as it could be read: each picture with its slot, in
+// slot order, holes left out. `complete` is false when any read of it failed.
+struct StoredAlbum {
+    int32_t items = 0;
+    QList<std::pair<int32_t, QString>> pictures;
+    bool complete = true;
+};
+
+StoredAlbum readStoredAlbum()
+{
+    const platform::Registry& store = platform::Registry::instance();
+    const uint64_t failuresBefore = store.failedReads();
+    StoredAlbum album;
+    resumeNext([&] {
+        album.items = platform::toInt32(clsLibrary::instance().REGSTRREAD(
+            clsLibrary::currentUserKey(), frmMain::albumCountKey(), QStringLiteral("Items"), "0"));
+    });
+    const int32_t lastSlot = album.items == 0 ? 0 : std::min(album.items, highestStoredSlot());
+    for (int32_t slot = 1; slot <= lastSlot && album.pictures.size() < frmMain::MaxListItems; ++slot) {
+        const QString path = clsLibrary::instance().REGSTRREAD(
+            clsLibrary::currentUserKey(), frmMain::albumSlotsKey(), platform::numberText(slot), QString());
+        if (!path.isEmpty())
+            album.pictures.append({slot, path});
+    }
+    album.complete = store.failedReads() == failuresBefore;
+    return album;
+}
+
 } // namespace
+
+void frmMain::appendToAlbumList(const QString& path, int32_t slot)
+{
+    resumeNext([&] {
+        LSTSELECTED->ListItems()
+            .Add(NEXTINDEX, selectedItemKey(NEXTINDEX), path, QStringLiteral("FILE"))
+            .setTag(slot);
+    });
+    resumeNext([&] { NEXTINDEX = platform::toInt16(NEXTINDEX + 1.0); });
+}
+
+void frmMain::storeInAlbum(int32_t slot, const QString& path)
+{
+    // The count first, then the picture: a crash between the two leaves a blank
+    // last slot, which reads as a hole.
+    resumeNext([&] { writeSetting(albumCountKey(), QStringLiteral("Items"), platform::numberText(slot)); });
+    resumeNext([&] { writeSetting(albumSlotsKey(), platform::numberText(slot), path); });
+}
+
+bool frmMain::albumReadable()
+{
+    if (!albumUnread)
+        return true;
+    const StoredAlbum stored = readStoredAlbum();
+    if (!stored.complete)
+        return false;
+    QStringList addedMeanwhile;
+    for (int32_t i = 1; i <= LSTSELECTED->ListItems().Count(); ++i)
+        if (LSTSELECTED->ListItems()(i).Tag() == 0)
+            addedMeanwhile << LSTSELECTED->ListItems()(i).Text();
+    LSTSELECTED->ListItems().Clear();
+    NEXTINDEX = 1;
+    albumUnread = false;
+    for (const auto& [slot, path] : stored.pictures)
+        appendToAlbumList(path, slot);
+    for (const QString& path : addedMeanwhile) {
+        if (LSTSELECTED->ListItems().Count() >= MaxListItems)
+            break;
+        const int32_t slot = nextFreeSlot();
+        appendToAlbumList(path, slot);
+        storeInAlbum(slot, path);
+    }
+    setCommandEnabled(QStringLiteral("RUN"), MNUFILERUN, LSTSELECTED->ListItems().Count() >= 1);
+    SELECTCHK();
+    COUNTSHOW();
+    return true;
+}
 
 int32_t frmMain::nextFreeSlot() const
 {
@@ -77,17 +160,11 @@ void frmMain::ADDFILE(int16_t Index)
     if (ADDEXT != QLatin1String("BMP") && ADDEXT != QLatin1String("JPG") && ADDEXT != QLatin1String("GIF"))
         return;
 
-    const int32_t slot = nextFreeSlot();
-    resumeNext([&] {
-        LSTSELECTED->ListItems()
-            .Add(NEXTINDEX, selectedItemKey(NEXTINDEX), ADDPATH, QStringLiteral("FILE"))
-            .setTag(slot);
-    });
-    // The count first, then the picture: a crash between the two leaves a blank
-    // last slot, which reads as a hole.
-    resumeNext([&] { writeSetting(albumCountKey(), QStringLiteral("Items"), platform::numberText(slot)); });
-    resumeNext([&] { writeSetting(albumSlotsKey(), platform::numberText(slot), ADDPATH); });
-    resumeNext([&] { NEXTINDEX = platform::toInt16(NEXTINDEX + 1.0); });
+    // An album that couldn't be read gets the picture in the window only.
+    const int32_t slot = albumUnread ? 0 : nextFreeSlot();
+    appendToAlbumList(ADDPATH, slot);
+    if (slot != 0)
+        storeInAlbum(slot, ADDPATH);
     if (LSTSELECTED->ListItems().Count() >= 1)
         setCommandEnabled(QStringLiteral("RUN"), MNUFILERUN, true);
     COUNTSHOW();
@@ -95,6 +172,7 @@ void frmMain::ADDFILE(int16_t Index)
 
 void frmMain::ADD()
 {
+    albumReadable();
     const int16_t count = static_cast<int16_t>(std::min(LVWFOUND->ListItems().Count(), MaxListItems));
     for (int16_t i = 1; i <= count; ++i) {
         bool marked = false;
@@ -106,6 +184,7 @@ void frmMain::ADD()
 
 void frmMain::ADDALL()
 {
+    albumReadable();
     const int16_t count = FLBFOUND.ListCount();
     for (int16_t i = 0; i < count; ++i)
         ADDFILE(i);
@@ -118,7 +197,9 @@ void frmMain::CLEAR()
     if (current.isNull())
         return;
     const int32_t index = current.Index();
-    resumeNext([&] { writeSetting(albumSlotsKey(), platform::numberText(current.Tag()), QString()); });
+    // A picture that was never stored (Tag 0) has no slot to blank.
+    if (current.Tag() != 0)
+        resumeNext([&] { writeSetting(albumSlotsKey(), platform::numberText(current.Tag()), QString()); });
     resumeNext([&] { LSTSELECTED->ListItems().Remove(index); });
     COUNTSHOW();
     resumeNext([&] { NEXTINDEX = platform::toInt16(LSTSELECTED->ListItems().Count() + 1.0); });
@@ -128,56 +209,55 @@ void frmMain::CLEAR()
 
 void frmMain::CLEARALL()
 {
-    resumeNext(
-        [&] { STOREDITEMS = platform::toInt32(readSetting(albumCountKey(), QStringLiteral("Items"), "0")); });
+    const platform::Registry& store = platform::Registry::instance();
+    // An album that can't be read is cleared in the window only: the store keeps it.
+    const bool readable = albumReadable();
+    const uint64_t failuresBefore = store.failedReads();
+    int32_t lastSlot = 0;
+    if (readable) {
+        resumeNext([&] {
+            STOREDITEMS = platform::toInt32(readSetting(albumCountKey(), QStringLiteral("Items"), "0"));
+        });
+        // Every slot from 1 to the count is blanked, also those never written. A
+        // count beyond what an album can hold was edited by hand: a write for every
+        // number up to it could take hours, so then only the slots that exist are.
+        lastSlot = STOREDITEMS <= MaxListItems ? STOREDITEMS : std::min(STOREDITEMS, highestStoredSlot());
+    }
     LSTSELECTED->ListItems().Clear();
     setCommandEnabled(QStringLiteral("RUN"), MNUFILERUN, false);
     setCommandEnabled(QStringLiteral("REMOVE ALL"), MNUEDITREMOVEALL, false);
     setCommandEnabled(QStringLiteral("REMOVE"), MNUEDITREMOVE, false);
     COUNTSHOW();
-    // Every slot from 1 to the count is blanked, also those never written. A count
-    // beyond what an album can hold was edited by hand: a write for every number
-    // up to it could take hours, so then only the slots that exist are blanked.
-    const int32_t lastSlot =
-        STOREDITEMS <= MaxListItems ? STOREDITEMS : std::min(STOREDITEMS, highestStoredSlot());
+    NEXTINDEX = 1;
+    // Without the count and the slots in use, "Items" = 0 could hide pictures.
+    if (!readable || store.failedReads() != failuresBefore) {
+        albumUnread = true;
+        return;
+    }
     for (SLOTNO = 0; SLOTNO < lastSlot;) {
         ++SLOTNO;
         resumeNext([&] { writeSetting(albumSlotsKey(), platform::numberText(SLOTNO), QString()); });
     }
     resumeNext([&] { writeSetting(albumCountKey(), QStringLiteral("Items"), QStringLiteral("0")); });
-    NEXTINDEX = 1;
 }
 
 // Lists the stored album without its holes. The store isn't rewritten, and the
 // files behind the paths aren't looked at.
 void frmMain::loadAlbum()
 {
-    resumeNext(
-        [&] { STOREDITEMS = platform::toInt32(readSetting(albumCountKey(), QStringLiteral("Items"), "0")); });
+    const StoredAlbum stored = readStoredAlbum();
+    albumUnread = !stored.complete;
+    STOREDITEMS = stored.items;
     NEXTINDEX = 1;
-    if (STOREDITEMS == 0) {
-        setCommandEnabled(QStringLiteral("RUN"), MNUFILERUN, false);
+    for (const auto& [slot, path] : stored.pictures)
+        appendToAlbumList(path, slot);
+    setCommandEnabled(QStringLiteral("RUN"), MNUFILERUN, !stored.pictures.isEmpty());
+    if (stored.pictures.isEmpty()) {
         SELECTCHK();
-        COUNTSHOW();
         setMousePointer(0);
         platform::Screen::setMousePointer(0);
-        return;
     }
-    const int32_t lastSlot = std::min(STOREDITEMS, highestStoredSlot());
-    for (SLOTNO = 0; SLOTNO < lastSlot;) {
-        ++SLOTNO;
-        SLOTPATH = readSetting(albumSlotsKey(), platform::numberText(SLOTNO), QString());
-        if (SLOTPATH.isEmpty() || LSTSELECTED->ListItems().Count() >= MaxListItems)
-            continue;
-        resumeNext([&] {
-            LSTSELECTED->ListItems()
-                .Add(NEXTINDEX, selectedItemKey(NEXTINDEX), SLOTPATH, QStringLiteral("FILE"))
-                .setTag(SLOTNO);
-        });
-        resumeNext([&] { NEXTINDEX = platform::toInt16(NEXTINDEX + 1.0); });
-        setCommandEnabled(QStringLiteral("RUN"), MNUFILERUN, true);
-        COUNTSHOW();
-    }
+    COUNTSHOW();
 }
 
 void frmMain::FOUNDLSTCHK()

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdlib>
 #include <fcntl.h>
 #include <mutex>
 #include <optional>
@@ -64,6 +65,24 @@ bool withinAllocationLimit(QSize size, QImage::Format format)
         return false;
     const qint64 bytesPerLine = ((qint64(size.width()) * depth + 31) >> 5) << 2;
     return bytesPerLine * size.height() <= qint64(PictureAllocationLimitMiB) << 20;
+}
+
+// The toolkit's picture code doesn't clean up after an allocation that fails in
+// it: a lock it held stays locked, and the next picture waits for it for ever.
+// So a picture is decoded only while the process has room for the whole picture
+// and some to spare, found by asking for that much memory first (an address
+// space limit refuses it); otherwise it fails as out of memory, before the
+// toolkit is called.
+constexpr size_t RoomToSpare = size_t(32) << 20;
+
+void ensureRoomFor(QSize size)
+{
+    const size_t pixels = size.isValid() ? size_t(size.width()) * size_t(size.height()) : 0;
+    const size_t bytes = std::min(pixels * 4, size_t(PictureAllocationLimitMiB) << 20);
+    void* probe = std::malloc(bytes + RoomToSpare);
+    if (!probe)
+        throw Error(err::OutOfMemory);
+    std::free(probe);
 }
 
 // What the toolkit's BMP decoder reads from a BMP header, read by its rules:
@@ -141,12 +160,14 @@ struct PictureFile {
         }
         stamp = stampOf(st);
         limitAllocations();
+        ensureRoomFor(QSize());
         reader.setDevice(&file);
         reader.setAutoTransform(true);
     }
 
     QImage read()
     {
+        ensureRoomFor(reader.size());
         QImage image;
         if (reader.format() == "bmp") {
             if (const auto bmp = BmpHeader::read(file.handle())) {
@@ -156,6 +177,9 @@ struct PictureFile {
                 if (bmp->runLength() && !size.isEmpty() &&
                     withinAllocationLimit(size, QImage::Format_Indexed8)) {
                     image = QImage(size, QImage::Format_Indexed8);
+                    // The decoder would make one of its own, uncleared.
+                    if (image.isNull())
+                        throw Error(err::OutOfMemory);
                     image.fill(0);
                 }
             }
@@ -260,6 +284,9 @@ PicturePart LoadPicturePart(const QString& path, const std::function<QRect(QSize
         result.image = std::move(image);
     else
         result.image = image.copy(result.part.translated(-held.topLeft()));
+    // A copy that found no memory is a null image, which would show as nothing.
+    if (result.image.isNull() && !result.part.isEmpty())
+        throw Error(err::OutOfMemory);
     return result;
 }
 

@@ -1,5 +1,6 @@
 #include "platform/PictureSurface.h"
 
+#include "platform/Error.h"
 #include "platform/Screen.h"
 
 #include <QPainter>
@@ -20,14 +21,26 @@ PictureSurface::~PictureSurface()
 
 void PictureSurface::setWidth(float twips)
 {
-    width_ = std::max(0.0f, twips);
-    resize();
+    resizeTo(std::max(0.0f, twips), height_);
 }
 
 void PictureSurface::setHeight(float twips)
 {
-    height_ = std::max(0.0f, twips);
-    resize();
+    resizeTo(width_, std::max(0.0f, twips));
+}
+
+// A bitmap that finds no memory fails as out of memory and leaves the surface as
+// it was, size and drawing, rather than a surface that draws nothing.
+void PictureSurface::resizeTo(float width, float height)
+{
+    const float oldWidth = width_, oldHeight = height_;
+    width_ = width;
+    height_ = height;
+    if (!resize()) {
+        width_ = oldWidth;
+        height_ = oldHeight;
+        throw Error(err::OutOfMemory);
+    }
 }
 
 void PictureSurface::setBackColor(const QColor& colour)
@@ -75,14 +88,16 @@ QPainter* PictureSurface::outputPainter()
     return painter_.get();
 }
 
-void PictureSurface::resize()
+bool PictureSurface::resize()
 {
     Refresh();
     const QSize pixels(std::max(1, qRound(width_ / Screen::TwipsPerPixelX())),
                        std::max(1, qRound(height_ / Screen::TwipsPerPixelY())));
     if (pixels == image_.size())
-        return;
+        return true;
     QImage resized(pixels, QImage::Format_RGB32);
+    if (resized.isNull())
+        return false;
     resized.fill(background_);
     if (!image_.isNull()) {
         QPainter copy(&resized);
@@ -93,6 +108,7 @@ void PictureSurface::resize()
     resized.setDotsPerMeterX(dotsPerMeterX);
     resized.setDotsPerMeterY(dotsPerMeterY);
     image_ = resized;
+    return true;
 }
 
 } // namespace platform

@@ -46,7 +46,9 @@ protected:
     float drawableHeight() const override { return height_; }
 
 private:
-    void resize();
+    // Makes the bitmap the size in twips; false when it finds no memory.
+    bool resize();
+    void resizeTo(float width, float height);
 
     float width_ = 0;
     float height_ = 0;

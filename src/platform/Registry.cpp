@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QStandardPaths>
 
 #include <sqlite3.h>
@@ -264,6 +265,7 @@ struct Registry::Impl {
     // that could still be saved from it is overwritten.
     bool checked = false;
     bool damaged = false;
+    uint64_t failedReads = 0;
     // The key paths used last, ready folded: adding a folder writes the album's
     // count and then a slot for each of its pictures, and folding the paths anew
     // each time would cost about as much as the look-up itself.
@@ -308,6 +310,19 @@ struct Registry::Impl {
             markDamaged(QString::fromUtf8(sqlite3_errstr(rc)));
     }
 
+    // Takes note of how a read ended: a row or the end of the rows is an answer, and
+    // so is a statement that can't be prepared because the store has no tables yet
+    // (a plain SQLITE_ERROR, "no such table"). Anything else is a read that failed.
+    void noteRead(const Statement& statement, int rc)
+    {
+        if (rc == SQLITE_ROW || rc == SQLITE_DONE)
+            return;
+        noteResult(rc);
+        if (!statement.prepared() && rc == SQLITE_ERROR)
+            return;
+        ++failedReads;
+    }
+
     void markDamaged(const QString& why)
     {
         damaged = true;
@@ -324,11 +339,29 @@ struct Registry::Impl {
         const int rc = check.step();
         if (rc != SQLITE_ROW) {
             noteResult(rc);
-            return;
+            if (damaged)
+                return;
+            checked = false;
+            throw sqliteError(db, rc, QStringLiteral("Cannot check the settings store"));
         }
         const QString verdict = QString::fromUtf8(check.columnBytes(0));
-        if (verdict != QLatin1String("ok"))
-            markDamaged(verdict);
+        if (verdict == QLatin1String("ok"))
+            return;
+        // A page that couldn't be read for want of the disk or of memory says
+        // nothing about the file: it is checked again before the next write, and
+        // this one, unchecked, doesn't happen.
+        static const QRegularExpression failedPage(QStringLiteral("error code=(\\d+)"));
+        const QRegularExpressionMatch failure = failedPage.match(verdict);
+        if (failure.hasMatch()) {
+            const int primary = failure.captured(1).toInt() & 0xff;
+            if (primary != SQLITE_CORRUPT && primary != SQLITE_NOTADB) {
+                checked = false;
+                throw Error(errorNumberOf(failure.captured(1).toInt(), 0),
+                            QStringLiteral("The settings store %1 can't be checked: %2")
+                                .arg(databasePath(), verdict));
+            }
+        }
+        markDamaged(verdict);
     }
 
     // Opens the store read-write, creating the file only if `create`; an
@@ -339,7 +372,12 @@ struct Registry::Impl {
         const int flags = SQLITE_OPEN_READWRITE | (create ? SQLITE_OPEN_CREATE : 0);
         db = openConnection(name, flags, failure);
         writable = db && !sqlite3_db_readonly(db, "main");
-        if (!db && !create) {
+        // Only a store this program may not write is opened read-only: one that
+        // failed to read for another reason (an I/O error) is tried again by the
+        // next call, which may then write it.
+        const bool mayNotWrite = (failure->rc & 0xff) == SQLITE_CANTOPEN ||
+                                 errorNumberOf(failure->rc, failure->systemErrno) == err::PermissionDenied;
+        if (!db && !create && mayNotWrite) {
             OpenFailure ignored;
             db = openConnection(name, SQLITE_OPEN_READONLY, &ignored);
             if (!db && mayReadImmutable(path))
@@ -362,7 +400,8 @@ struct Registry::Impl {
         if (path.isEmpty() || !QFileInfo::exists(path))
             return nullptr;
         OpenFailure failure;
-        open(path, false, &failure);
+        if (!open(path, false, &failure))
+            ++failedReads;
         return db;
     }
 
@@ -473,7 +512,7 @@ std::optional<RegistryValue> Registry::queryValue(uint32_t root, const QString& 
     query.bind(2, fold(name));
     const int rc = query.step();
     if (rc != SQLITE_ROW) {
-        impl_->noteResult(rc);
+        impl_->noteRead(query, rc);
         return std::nullopt;
     }
     return RegistryValue{query.columnInt(0), query.columnBytes(1)};
@@ -491,7 +530,7 @@ QStringList Registry::valueNames(uint32_t root, const QString& keyPath)
     int rc;
     while ((rc = query.step()) == SQLITE_ROW)
         names << QString::fromUtf8(query.columnBytes(0));
-    impl_->noteResult(rc);
+    impl_->noteRead(query, rc);
     return names;
 }
 
@@ -510,8 +549,13 @@ bool Registry::keyExists(uint32_t root, const QString& keyPath)
     Statement query(impl_->statements, db, "SELECT 1 FROM reg_key WHERE folded = ?1");
     query.bind(1, key);
     const int rc = query.step();
-    impl_->noteResult(rc);
+    impl_->noteRead(query, rc);
     return rc == SQLITE_ROW;
+}
+
+uint64_t Registry::failedReads() const
+{
+    return impl_->failedReads;
 }
 
 void Registry::setValue(uint32_t root, const QString& keyPath, const QString& name,

@@ -39,6 +39,7 @@ public:
     static QString databasePath();
 
     // The value, or nothing if the key or value is absent or the store can't be read.
+    // The two cases look alike to the caller of a read; failedReads() tells them apart.
     std::optional<RegistryValue> queryValue(uint32_t root, const QString& keyPath, const QString& name);
 
     // The names of the values that a key of HKEY_CURRENT_USER holds, in no order.
@@ -46,6 +47,12 @@ public:
 
     // Whether the key exists.
     bool keyExists(uint32_t root, const QString& keyPath);
+
+    // How many reads of HKEY_CURRENT_USER have failed since the program started: the
+    // store is there but answered with an error (it couldn't be opened, a page
+    // couldn't be read, it is damaged) rather than with "absent". A caller that must
+    // not take a failed read for an absent value compares this before and after.
+    uint64_t failedReads() const;
 
     // Creates the key and every missing key above it, then sets the value, in one
     // small transaction. Throws platform::Error when the store can't be written

@@ -204,13 +204,19 @@ void PicturePrefetch::keepAround(const QString& shown, const QStringList& ahead,
     }
 }
 
-void PicturePrefetch::startDecoding()
+// Without a worker (its thread can't be started when the process is short of
+// memory or threads) the jobs stay waiting, and each step decodes its own picture;
+// the worker is tried again at the next step.
+void PicturePrefetch::startDecoding() noexcept
 {
-    for (const std::shared_ptr<Job>& job : jobs_) {
-        if (job->handedOver)
-            continue;
-        job->handedOver = true;
-        theWorker().start([job] { job->run(); });
+    try {
+        for (const std::shared_ptr<Job>& job : jobs_) {
+            if (job->handedOver)
+                continue;
+            theWorker().start([job] { job->run(); });
+            job->handedOver = true;
+        }
+    } catch (...) {
     }
 }
 
@@ -221,5 +227,6 @@ int PicturePrefetch::hits()
 
 void PicturePrefetch::waitForWorker()
 {
-    theWorker().waitForDone();
+    if (worker)
+        worker->waitForDone();
 }

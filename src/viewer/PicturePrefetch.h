@@ -39,8 +39,9 @@ public:
     void keepAround(const QString& shown, const QStringList& ahead, const Keep& keep);
 
     // Hands the decodes that keepAround asked for to the worker. The show calls it
-    // once its picture is painted, so that the worker never holds up a step.
-    void startDecoding();
+    // once its picture is painted, so that the worker never holds up a step. When
+    // the worker can't be had, the steps load their pictures themselves.
+    void startDecoding() noexcept;
 
     // How many loads were served by a picture decoded ahead, over all shows.
     static int hits();

@@ -9,6 +9,8 @@
 
 #include <QPushButton>
 
+#include <new>
+
 using platform::resumeNext;
 using platform::twips;
 
@@ -44,6 +46,9 @@ void frmPPrevPhoto::loadPicture(const QString& path)
         PICPREVIEW->setPicture(platform::LoadPicture(path));
     } catch (const platform::Error& error) {
         PICPREVIEW->setMessage(tr("The picture can't be shown: %1.").arg(error.description()));
+    } catch (const std::bad_alloc&) {
+        PICPREVIEW->setMessage(tr("The picture can't be shown: %1.")
+                                   .arg(platform::Error(platform::err::OutOfMemory).description()));
     }
 }
 

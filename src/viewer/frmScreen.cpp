@@ -157,6 +157,9 @@ void frmScreen::setPicture(const QString& path, platform::PicturePart picture)
 {
     const qreal ratio = devicePixelRatioF();
     QPixmap pixmap = QPixmap::fromImage(picture.image);
+    // Short of memory the conversion gives nothing: the previous picture stays up.
+    if (pixmap.isNull() && !picture.part.isEmpty())
+        throw platform::Error(platform::err::OutOfMemory);
     pixmap.setDevicePixelRatio(ratio);
     const QSizeF size = QSizeF(picture.size) / ratio;
     IMGMAIN->setPart(pixmap, picture.part.topLeft());

@@ -5,6 +5,9 @@
 //   vistarro-album-driver addall FOLDER
 //       starts the main window, changes to FOLDER, prints "adding", adds every
 //       picture of FOLDER to the album, and prints "added N" with the album's size.
+//   vistarro-album-driver addlater FOLDER GO
+//       starts the main window, prints "started", waits for the file GO to exist,
+//       then goes on as addall.
 //   vistarro-album-driver list
 //       starts the main window and prints "folder F" (the folder it opened), then
 //       "album N" and the album's N paths, each percent-encoded on a line.
@@ -13,6 +16,11 @@
 //       slots of its own (ID 0 the odd slots, ID 1 the even ones), each as an add
 //       does it (count, then path), and reads each back at once. Any failure of
 //       the store is printed and ends the run with status 1.
+//
+// With VISTARRO_STORE_FAULT set, the store's file operations fail as FaultyStore.h
+// describes, and addall ends with a line "store calls ..." that counts them.
+#include "FaultyStore.h"
+
 #include "album/frmMain.h"
 #include "platform/App.h"
 #include "platform/Error.h"
@@ -42,7 +50,15 @@ int addAll(const QString& folder)
     say("adding");
     form.ADDALL();
     say("added " + QByteArray::number(form.LSTSELECTED->ListItems().Count()));
+    if (qEnvironmentVariableIsSet("VISTARRO_STORE_FAULT"))
+        say("store calls " + faultystore::counts());
     return 0;
+}
+
+void waitForFile(const QString& path)
+{
+    while (!QFileInfo::exists(path))
+        QThread::usleep(200);
 }
 
 int list()
@@ -58,8 +74,7 @@ int list()
 
 int share(int id, int count, const QString& go)
 {
-    while (!QFileInfo::exists(go))
-        QThread::usleep(200);
+    waitForFile(go);
     platform::Registry& store = platform::Registry::instance();
     const auto text = [](const QString& s) { return platform::RegistryValue{platform::REG_SZ, s.toUtf8()}; };
     try {
@@ -90,14 +105,26 @@ int share(int id, int count, const QString& go)
 int main(int argc, char** argv)
 {
     platform::App::prepareProcess();
+    if (!faultystore::installFromEnvironment()) {
+        std::fprintf(stderr, "VISTARRO_STORE_FAULT is not CLASS:N[+]:ERROR or count\n");
+        return 2;
+    }
     QApplication app(argc, argv);
     const QStringList args = QCoreApplication::arguments().mid(1);
     if (args.size() == 2 && args[0] == QLatin1String("addall"))
         return addAll(args[1]);
+    if (args.size() == 3 && args[0] == QLatin1String("addlater")) {
+        Forms::get<frmMain>();
+        say("started");
+        waitForFile(args[2]);
+        return addAll(args[1]);
+    }
     if (args.size() == 1 && args[0] == QLatin1String("list"))
         return list();
     if (args.size() == 4 && args[0] == QLatin1String("share"))
         return share(args[1].toInt(), args[2].toInt(), args[3]);
-    std::fprintf(stderr, "usage: vistarro-album-driver addall FOLDER | list | share ID COUNT GO\n");
+    std::fprintf(
+        stderr,
+        "usage: vistarro-album-driver addall FOLDER | addlater FOLDER GO | list | share ID COUNT GO\n");
     return 2;
 }

@@ -4,6 +4,8 @@
 
 #include "platform/App.h"
 #include "platform/CommonDialog.h"
+#include "platform/Error.h"
+#include "platform/PictureSurface.h"
 #include "platform/Printer.h"
 #include "platform/RichTextBox.h"
 #include "printing/clsPrinting.h"
@@ -112,6 +114,27 @@ class tst_PrintEngine : public QObject {
     Q_OBJECT
 
 private slots:
+    // A page bitmap that finds no memory (here: wider than an image may be)
+    // fails as out of memory and keeps the page it had, rather than becoming a
+    // surface that shows nothing.
+    void aPageTooLargeKeepsThePage()
+    {
+        platform::PictureSurface page;
+        page.setWidth(1440);
+        page.setHeight(1440);
+        page.Cls();
+        const QImage before = page.Image();
+        QVERIFY(!before.isNull());
+        try {
+            page.setWidth(1.44e10f);
+            QFAIL("a page of 10 million inches was made");
+        } catch (const platform::Error& error) {
+            QCOMPARE(error.number(), platform::err::OutOfMemory);
+        }
+        QCOMPARE(page.Width(), 1440.0f);
+        QCOMPARE(page.Image(), before);
+    }
+
     void init();
     void cleanup();
 

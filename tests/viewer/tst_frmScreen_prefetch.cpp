@@ -18,7 +18,14 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <QScopeGuard>
+
+#include <system_error>
+#include <thread>
+
 #include <fcntl.h>
+#include <pthread.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 namespace {
@@ -152,6 +159,62 @@ private slots:
     }
     void cleanupTestCase() { delete main_; }
 
+    // Short of address space the worker's thread can't start: the show goes on,
+    // each step loading its own picture. It must run first, before any show has
+    // started the worker of this process.
+    void showGoesOnWithoutItsWorker()
+    {
+#if defined(__SANITIZE_ADDRESS__)
+        QSKIP("AddressSanitizer reserves more address space than any limit leaves");
+#endif
+        TempStore store;
+        QStringList pictures;
+        for (int i = 0; i < 3; ++i)
+            pictures << file(QStringLiteral("small%1.jpg").arg(i), jpegOf(noisy({64 + i, 48}, 30 + i)));
+        writeAlbum(pictures);
+
+        // Room for the show's small pictures and its window, not for a thread
+        // whose stack is made larger than that.
+        pthread_attr_t defaults, large;
+        QCOMPARE(pthread_getattr_default_np(&defaults), 0);
+        QCOMPARE(pthread_getattr_default_np(&large), 0);
+        QCOMPARE(pthread_attr_setstacksize(&large, size_t(512) << 20), 0);
+        QCOMPARE(pthread_setattr_default_np(&large), 0);
+        QFile statm(QStringLiteral("/proc/self/statm"));
+        QVERIFY(statm.open(QIODevice::ReadOnly));
+        const rlim_t used = rlim_t(statm.readAll().split(' ').value(0).toULongLong()) * rlim_t(getpagesize());
+        rlimit before{};
+        QCOMPARE(getrlimit(RLIMIT_AS, &before), 0);
+        const rlimit tight{used + (rlim_t(96) << 20), before.rlim_max};
+        QCOMPARE(setrlimit(RLIMIT_AS, &tight), 0);
+        const auto loosen = [&] {
+            setrlimit(RLIMIT_AS, &before);
+            pthread_setattr_default_np(&defaults);
+        };
+        auto restore = qScopeGuard(loosen);
+        bool threadStarted = false;
+        try {
+            std::thread([] {}).join();
+            threadStarted = true;
+        } catch (const std::system_error&) {
+        }
+        if (threadStarted)
+            QSKIP("a thread still starts under the limit");
+
+        frmScreen* form = startShow();
+        for (int step = 1; step <= 4; ++step) {
+            // The painted picture and the fallback timer both ask for the worker.
+            QTest::qWait(300);
+            const QString expected = pictures[step % 3];
+            form->TMRPICS_Timer();
+            QCOMPARE(form->PICPATH, expected);
+            QCOMPARE(form->IMGMAIN->size(), QSize(64 + step % 3, 48));
+        }
+        restore.dismiss();
+        loosen();
+        showsFile(form, pictures[4 % 3]);
+    }
+
     void shownPixelsAreTheFilesPixels_data()
     {
         QTest::addColumn<QByteArray>("content");
@@ -192,7 +255,10 @@ private slots:
 
     // The show's parts are centred, where a mirror maps a part onto itself; parts
     // off the centre pin the way from the upright picture to the stored one.
-    void anyPartIsThatPartOfTheWholePicture_data() { shownPixelsAreTheFilesPixels_data(); }
+    void anyPartIsThatPartOfTheWholePicture_data()
+    {
+        shownPixelsAreTheFilesPixels_data();
+    }
 
     void anyPartIsThatPartOfTheWholePicture()
     {

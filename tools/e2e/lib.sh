@@ -93,10 +93,19 @@ step "$server on $display, screenshots in $out"
 # --- The window manager, when asked for: ready once it names itself on the root.
 if [ "$wm" = openbox ]; then
   mkdir -p "$work/openbox"
-  openbox --sm-disable >"$work/openbox/log" 2>&1 &
-  wm_pid=$!
-  timeout 10 bash -c 'until xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q "window id"; do sleep 0.1; done' ||
-    fail "openbox did not start: $(cat "$work/openbox/log")"
+  # On a loaded machine openbox now and then gives up on a display that has just
+  # come up; a second or third start then finds it ready.
+  for attempt in 1 2 3; do
+    openbox --sm-disable >>"$work/openbox/log" 2>&1 &
+    wm_pid=$!
+    timeout 10 bash -c 'until xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q "window id"; do
+      kill -0 "$1" 2>/dev/null || exit 1; sleep 0.1; done' _ "$wm_pid" && break
+    kill "$wm_pid" 2>/dev/null || true
+    wait "$wm_pid" 2>/dev/null || true
+    wm_pid=""
+    [ "$attempt" -lt 3 ] || fail "openbox did not start: $(cat "$work/openbox/log")"
+    sleep 1
+  done
   step "openbox manages $display"
 fi
 

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QApplication>
+
+namespace platform {
+
+// The program's application object. An exception that escapes an event handler
+// (an allocation that failed, a thread that couldn't be started) ends that
+// handler, the way a failed statement is skipped, and the program goes on; the
+// toolkit would end the program instead. One line on standard error tells of it.
+class Application : public QApplication {
+public:
+    using QApplication::QApplication;
+    bool notify(QObject* receiver, QEvent* event) override;
+};
+
+} // namespace platform
