@@ -9,6 +9,7 @@
 #include "platform/Conversions.h"
 #include "platform/Error.h"
 #include "platform/FolderTree.h"
+#include "platform/Registry.h"
 #include "platform/Screen.h"
 #include "platform/StatusBar.h"
 #include "platform/Toolbar.h"
@@ -21,6 +22,7 @@
 #include <QCoreApplication>
 #include <QLabel>
 #include <QMenuBar>
+#include <QScopeGuard>
 
 using platform::resumeNext;
 using platform::twips;
@@ -85,8 +87,11 @@ void frmMain::Form_Load()
         setMousePointer(11);
     });
     resumeNext([&] {
+        const uint64_t failuresBefore = platform::Registry::instance().failedReads();
         const QString folder = clsLibrary::instance().FILENAMELENCHK(
             readSetting(preferencesKey(), QStringLiteral("Files Location"), platform::App::Path()));
+        keepStoredFolder = platform::Registry::instance().failedReads() != failuresBefore;
+        const auto settled = qScopeGuard([this] { keepStoredFolder = false; });
         FTVBROWSE->setSelectedfolder(folder);
     });
     resumeNext([&] { FLBFOUND.setPattern(picturePattern()); });

@@ -182,6 +182,9 @@ private:
     int32_t SLOTNO = 0;
     // A read of the stored album failed: the list may lack some of its pictures.
     bool albumUnread = false;
+    // The stored folder couldn't be read at start: the start's change of folder
+    // then leaves the stored one as it is instead of writing the default over it.
+    bool keepStoredFolder = false;
     QString ADDPATH;
     QString ADDEXT;
     QString SLOTPATH;

@@ -28,6 +28,8 @@ void frmMain::FTVBROWSE_FolderChanged(const QString& path)
     });
     SETTITLE(path);
     COUNTSHOW();
+    if (keepStoredFolder)
+        return;
     resumeNext([&] {
         writeSetting(preferencesKey(), QStringLiteral("Files Location"),
                      clsLibrary::instance().FILENAMELENCHK(path));

@@ -436,6 +436,31 @@ private slots:
             program.output().contains(answersLater ? QStringLiteral("added 8") : QStringLiteral("added 3")));
     }
 
+    // A start whose first read of the store fails opens in the default folder,
+    // and the stored folder is still there for the next start (the writes of
+    // that start succeed, so the default could be written over it).
+    void unreadFolderIsKept()
+    {
+        TempStore store;
+        QTemporaryDir folder, work;
+        makePictures(folder, 1);
+        {
+            Program maker(store.configHome());
+            QVERIFY(maker.run({QStringLiteral("addall"), folder.path()}).contains(QStringLiteral("added 1")));
+        }
+        const QString openedIn =
+            QStringLiteral("folder ") + QFile::encodeName(folder.path()).toPercentEncoding("/");
+        const QString failing = work.filePath(QStringLiteral("failing"));
+        QFile(failing).open(QIODevice::WriteOnly);
+        {
+            Program unread(store.configHome());
+            unread.setFault(QStringLiteral("read:1:EIO"), failing);
+            QVERIFY(!unread.run({QStringLiteral("list")}).contains(openedIn));
+        }
+        Program next(store.configHome());
+        QVERIFY(next.run({QStringLiteral("list")}).contains(openedIn));
+    }
+
     // Fails one read, write or sync of the store during an add of 50 pictures to
     // an album of 5 (or every call from that one on, as a full disk does): the
     // store stays whole and the next start lists the 5 and, in order, what of the
