@@ -103,8 +103,11 @@ struct BmpHeader {
 
     static std::optional<BmpHeader> read(int fd)
     {
-        uchar head[34];
-        if (::pread(fd, head, sizeof head, 0) != ssize_t(sizeof head))
+        // The file header and the old 12-byte header take 26 bytes; the newer
+        // headers' compression field ends at byte 34.
+        uchar head[34] = {};
+        const ssize_t got = ::pread(fd, head, sizeof head, 0);
+        if (got < 26)
             return std::nullopt; // too short for any header: the decoder refuses it
         const auto u16 = [&](int at) { return quint32(head[at]) | quint32(head[at + 1]) << 8; };
         const auto u32 = [&](int at) { return u16(at) | u16(at + 2) << 16; };
@@ -112,6 +115,8 @@ struct BmpHeader {
         const quint32 headerSize = u32(14);
         h.dataOffset = std::max<qint64>(u32(10), 14 + qint64(headerSize));
         if (headerSize == 40 || headerSize == 64 || headerSize == 108 || headerSize == 124) {
+            if (got < ssize_t(sizeof head))
+                return std::nullopt; // the header is cut: the decoder refuses it
             h.width = qint32(u32(18));
             h.height = qAbs(qint64(qint32(u32(22))));
             h.bits = u16(28);

@@ -87,6 +87,12 @@ private slots:
                    "8a4d4e470d0a1a0a000000000000280000001800000010000000010001009ababdaf40000000"
                    "c40e00c40c0a100e0d0e1211680000ffffff00000000ec44")
             << platform::err::InvalidPicture;
+        // 28 bytes: a file header and the old 12-byte header of an 8-bit 3583 x 89
+        // picture whose pixels would start far past the end. The decoder takes the
+        // rows it can't read for whatever memory held.
+        QTest::newRow("old-style bitmap header and no pixels")
+            << Kind::File << QByteArray::fromHex("424db605040a00000001ffffb701ffffffffff0d5900010001000800")
+            << platform::err::InvalidPicture;
         QTest::newRow("folder") << Kind::Folder << QByteArray() << platform::err::InvalidPicture;
         QTest::newRow("named pipe") << Kind::Pipe << QByteArray() << platform::err::InvalidPicture;
         QTest::newRow("missing") << Kind::Missing << QByteArray() << platform::err::FileNotFound;
