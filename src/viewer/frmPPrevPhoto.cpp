@@ -40,15 +40,19 @@ void frmPPrevPhoto::Form_Unload()
     clsLibrary::instance().FORMSAVE(QStringLiteral("GLOBAL"), this, true);
 }
 
+void frmPPrevPhoto::showFailure(const platform::Error& error)
+{
+    PICPREVIEW->setMessage(tr("The picture can't be shown: %1.").arg(error.description()));
+}
+
 void frmPPrevPhoto::loadPicture(const QString& path)
 {
     try {
         PICPREVIEW->setPicture(platform::LoadPicture(path));
     } catch (const platform::Error& error) {
-        PICPREVIEW->setMessage(tr("The picture can't be shown: %1.").arg(error.description()));
+        showFailure(error);
     } catch (const std::bad_alloc&) {
-        PICPREVIEW->setMessage(tr("The picture can't be shown: %1.")
-                                   .arg(platform::Error(platform::err::OutOfMemory).description()));
+        showFailure(platform::Error(platform::err::OutOfMemory));
     }
 }
 

@@ -5,8 +5,9 @@
 class QPushButton;
 
 namespace platform {
+class Error;
 class PictureBox;
-}
+} // namespace platform
 namespace zuv {
 class PANEL;
 }
@@ -27,6 +28,8 @@ public:
     // Loads the picture behind the path into the box; a picture that can't be
     // loaded leaves the box empty with a line that says why.
     void loadPicture(const QString& path);
+    // Says in the picture's place why it can't be shown.
+    void showFailure(const platform::Error& error);
 
     platform::PictureBox* PICPREVIEW = nullptr;
     zuv::PANEL* PANEL1 = nullptr;

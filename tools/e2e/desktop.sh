@@ -49,13 +49,6 @@ frame_of() {
   echo "$((x - left)) $((y - top)) $((w + left + right)) $((h + top + bottom))"
 }
 
-wait_window() {
-  local id
-  id=$(timeout 15 xdotool search --sync --onlyvisible --name "$1" | head -1) || true
-  [ -n "$id" ] || fail "no window named $1 appeared"
-  echo "$id"
-}
-
 # A window's frame once the window manager and the program have placed it: the
 # same twice running, half a second apart.
 settled_frame() {

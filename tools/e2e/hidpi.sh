@@ -46,8 +46,7 @@ done
 shot hidpi-added
 [ "$(stored 'fPICTURES\Items' Items)" = 3 ] || fail "ctrl+a and Insert did not add three pictures (see $out/hidpi-added.png)"
 key Return
-preview=$(timeout 20 xdotool search --sync --onlyvisible --name '^Picture Preview$' | head -1) || true
-[ -n "$preview" ] || fail "the picture preview did not open from Enter on the found list"
+preview=$(wait_window '^Picture Preview$' "the picture preview did not open from Enter on the found list")
 sleep 1
 shot hidpi-preview
 key Escape
@@ -69,8 +68,7 @@ sleep 0.5
 focus_main
 key alt+h
 key a
-about=$(timeout 20 xdotool search --sync --onlyvisible --name '^About$' | head -1) || true
-[ -n "$about" ] || fail "Help > About did not open the about box"
+about=$(wait_window '^About$' "Help > About did not open the about box")
 sleep 1
 shot hidpi-about
 key Escape
@@ -82,8 +80,7 @@ printf '<h1>Vistarro</h1><p>%s</p>\n' "A page of the print preview at twice the 
 export CUPS_SERVER=/nonexistent
 "$print_tool" "$document" >>"$out/vistarro-print.log" 2>&1 &
 app_pid=$!
-window=$(timeout 30 xdotool search --sync --onlyvisible --name '^Preview$' | head -1) || true
-[ -n "$window" ] || fail "the print preview did not appear (see $out/vistarro-print.log)"
+window=$(wait_window '^Preview$' "the print preview did not appear (see $out/vistarro-print.log)")
 # Without a window manager a new window is drawn once it has been resized.
 [ "$wm" = none ] && xdotool windowsize "$window" 1800 1400
 sleep 2

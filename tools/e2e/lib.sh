@@ -118,6 +118,15 @@ client_origin() {
 
 # A screenshot of the whole screen. Under weston it is the compositor's output
 # (weston-screenshooter writes wayland-screenshot-*.png into the folder it runs in).
+# The id of the first visible window whose title matches PATTERN, once it is
+# there (30 s at most); fails with WHAT, or with the pattern, when none comes.
+wait_window() {
+  local id
+  id=$(timeout 30 xdotool search --sync --onlyvisible --name "$1" | head -1) || true
+  [ -n "$id" ] || fail "${2:-no window named $1 appeared}"
+  echo "$id"
+}
+
 shot() {
   if [ "$server" = xvfb ]; then
     timeout 20 bash -c 'xwd -root -silent | convert xwd:- "$1"' _ "$out/$1.png" || fail "screenshot $1 failed"

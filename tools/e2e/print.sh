@@ -41,8 +41,7 @@ key() {
 
 "$print_tool" "$document" >>"$out/vistarro-print.log" 2>&1 &
 app_pid=$!
-preview=$(timeout 30 xdotool search --sync --onlyvisible --name '^Preview$' | head -1) || true
-[ -n "$preview" ] || fail "the preview did not appear (see $out/vistarro-print.log)"
+preview=$(wait_window '^Preview$' "the preview did not appear (see $out/vistarro-print.log)")
 # Without a window manager a new window is drawn once it has been resized.
 xdotool windowsize "$preview" 900 700
 sleep 1.5
