@@ -1,6 +1,6 @@
 #include "about/frmAbout.h"
 
-#include "platform/App.h"
+#include "platform/core/App.h"
 #include "presentation/TXTSEP.h"
 #include "settings/clsLibrary.h"
 
