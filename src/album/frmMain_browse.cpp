@@ -3,6 +3,7 @@
 #include "album/frmMain.h"
 
 #include "platform/core/Error.h"
+#include "platform/widgets/FolderTree.h"
 #include "platform/widgets/ListView.h"
 #include "settings/clsLibrary.h"
 
@@ -34,4 +35,12 @@ void frmMain::FTVBROWSE_FolderChanged(const QString& path)
         writeSetting(preferencesKey(), QStringLiteral("Files Location"),
                      clsLibrary::instance().FILENAMELENCHK(path));
     });
+}
+
+std::optional<QString> frmMain::currentFoundPath() const
+{
+    const platform::ListView::ListItem current = LVWFOUND->SelectedItem();
+    if (current.isNull())
+        return std::nullopt;
+    return clsLibrary::instance().FILENAMELENCHK(FTVBROWSE->selectedfolder()) + current.Text();
 }

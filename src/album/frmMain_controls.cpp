@@ -9,6 +9,7 @@
 #include "platform/widgets/FolderTree.h"
 #include "platform/widgets/Fonts.h"
 #include "platform/widgets/ListView.h"
+#include "platform/widgets/Menus.h"
 #include "platform/widgets/Screen.h"
 #include "platform/widgets/StatusBar.h"
 #include "platform/widgets/Toolbar.h"
@@ -47,49 +48,33 @@ QWidget* makeSplitter(QWidget* parent, int pointer)
 
 void frmMain::createMenus()
 {
-    MNUFILETOP = menuBar()->addMenu(QStringLiteral("&File"));
-    MNUFILERUN = MNUFILETOP->addAction(QStringLiteral("&Run Viewer"));
+    using platform::addCheckItem;
+    using platform::addNamedItem;
+    using platform::addNamedMenu;
+    MNUFILETOP = addNamedMenu(menuBar(), QStringLiteral("&File"), "MNUFILETOP");
+    MNUFILERUN = addNamedItem(MNUFILETOP, QStringLiteral("&Run Viewer"), "MNUFILERUN");
     MNUFILERUN->setShortcut(QKeySequence(Qt::Key_F12));
     // Run is on only once the album holds a picture.
     MNUFILERUN->setEnabled(false);
     MNUFILETOP->addSeparator();
-    MNUFILEEXIT = MNUFILETOP->addAction(QStringLiteral("E&xit"));
+    MNUFILEEXIT = addNamedItem(MNUFILETOP, QStringLiteral("E&xit"), "MNUFILEEXIT");
 
-    MNUEDITTOP = menuBar()->addMenu(QStringLiteral("&Edit"));
-    MNUEDITADD = MNUEDITTOP->addAction(QStringLiteral("&Add"));
-    MNUEDITADDALL = MNUEDITTOP->addAction(QStringLiteral("A&dd All"));
+    MNUEDITTOP = addNamedMenu(menuBar(), QStringLiteral("&Edit"), "MNUEDITTOP");
+    MNUEDITADD = addNamedItem(MNUEDITTOP, QStringLiteral("&Add"), "MNUEDITADD");
+    MNUEDITADDALL = addNamedItem(MNUEDITTOP, QStringLiteral("A&dd All"), "MNUEDITADDALL");
     MNUEDITTOP->addSeparator();
-    MNUEDITREMOVE = MNUEDITTOP->addAction(QStringLiteral("&Remove"));
-    MNUEDITREMOVEALL = MNUEDITTOP->addAction(QStringLiteral("Re&move All"));
+    MNUEDITREMOVE = addNamedItem(MNUEDITTOP, QStringLiteral("&Remove"), "MNUEDITREMOVE");
+    MNUEDITREMOVEALL = addNamedItem(MNUEDITTOP, QStringLiteral("Re&move All"), "MNUEDITREMOVEALL");
 
-    MNUVIEWTOP = menuBar()->addMenu(QStringLiteral("&View"));
-    MNUVIEWSTANDARDBAR = MNUVIEWTOP->addAction(QStringLiteral("&Standard Toolbar"));
-    MNUVIEWSTANDARDBAR->setCheckable(true);
-    MNUVIEWSTANDARDBAR->setChecked(true);
-    MNUVIEWSTATUSBAR = MNUVIEWTOP->addAction(QStringLiteral("S&tatus Bar"));
-    MNUVIEWSTATUSBAR->setCheckable(true);
-    MNUVIEWSTATUSBAR->setChecked(true);
+    MNUVIEWTOP = addNamedMenu(menuBar(), QStringLiteral("&View"), "MNUVIEWTOP");
+    MNUVIEWSTANDARDBAR =
+        addCheckItem(MNUVIEWTOP, QStringLiteral("&Standard Toolbar"), "MNUVIEWSTANDARDBAR", true);
+    MNUVIEWSTATUSBAR = addCheckItem(MNUVIEWTOP, QStringLiteral("S&tatus Bar"), "MNUVIEWSTATUSBAR", true);
 
-    MNUHELPTOP = menuBar()->addMenu(QStringLiteral("&Help"));
-    MNUHELPWEBSITE = MNUHELPTOP->addAction(QStringLiteral("&ZUV Online"));
+    MNUHELPTOP = addNamedMenu(menuBar(), QStringLiteral("&Help"), "MNUHELPTOP");
+    MNUHELPWEBSITE = addNamedItem(MNUHELPTOP, QStringLiteral("&ZUV Online"), "MNUHELPWEBSITE");
     MNUHELPTOP->addSeparator();
-    MNUHELPABOUT = MNUHELPTOP->addAction(QStringLiteral("&About"));
-
-    // The icon menu names the items by their controls' names.
-    MNUFILERUN->setObjectName(QStringLiteral("MNUFILERUN"));
-    MNUFILEEXIT->setObjectName(QStringLiteral("MNUFILEEXIT"));
-    MNUEDITADD->setObjectName(QStringLiteral("MNUEDITADD"));
-    MNUEDITADDALL->setObjectName(QStringLiteral("MNUEDITADDALL"));
-    MNUEDITREMOVE->setObjectName(QStringLiteral("MNUEDITREMOVE"));
-    MNUEDITREMOVEALL->setObjectName(QStringLiteral("MNUEDITREMOVEALL"));
-    MNUVIEWSTANDARDBAR->setObjectName(QStringLiteral("MNUVIEWSTANDARDBAR"));
-    MNUVIEWSTATUSBAR->setObjectName(QStringLiteral("MNUVIEWSTATUSBAR"));
-    MNUHELPWEBSITE->setObjectName(QStringLiteral("MNUHELPWEBSITE"));
-    MNUHELPABOUT->setObjectName(QStringLiteral("MNUHELPABOUT"));
-    MNUFILETOP->setObjectName(QStringLiteral("MNUFILETOP"));
-    MNUEDITTOP->setObjectName(QStringLiteral("MNUEDITTOP"));
-    MNUVIEWTOP->setObjectName(QStringLiteral("MNUVIEWTOP"));
-    MNUHELPTOP->setObjectName(QStringLiteral("MNUHELPTOP"));
+    MNUHELPABOUT = addNamedItem(MNUHELPTOP, QStringLiteral("&About"), "MNUHELPABOUT");
 }
 
 void frmMain::createBands()

@@ -177,8 +177,8 @@ void clsLibrary::DRAWBITMAP(int32_t PICWIDTH, int32_t PICHEIGHT, platform::Pictu
     QSize drawing = inner;
     if (PICOBJECT->height() != inner.height()) {
         drawing = PICOBJECT->size();
-        const float innerHeight = float(inner.height()) * platform::Screen::TwipsPerPixelY();
-        const float innerWidth = float(inner.width()) * platform::Screen::TwipsPerPixelX();
+        const float innerHeight = platform::Screen::twipsY(inner.height());
+        const float innerWidth = platform::Screen::twipsX(inner.width());
         box.setHeight(box.Height() - innerHeight + box.Height());
         box.setWidth(box.Width() - innerWidth + box.Width());
     }

@@ -221,12 +221,8 @@ void clsPrinting::PAGESTATE()
     const bool several = PAGETOTAL >= 2;
     const bool back = several && page != 1;
     const bool forward = several && page != PAGETOTAL;
-    for (QAction* item : {form.MNUVIEWFIRST, form.MNUVIEWPREVIOUS})
-        item->setEnabled(back);
-    for (QAction* item : {form.MNUVIEWNEXT, form.MNUVIEWLAST})
-        item->setEnabled(forward);
     for (const char* key : {"FIRST PAGE", "PREVIOUS PAGE"})
-        form.TBARMAIN->Buttons(QString::fromLatin1(key))->setEnabled(back);
+        form.commands.setEnabled(QString::fromLatin1(key), back);
     for (const char* key : {"NEXT PAGE", "LAST PAGE"})
-        form.TBARMAIN->Buttons(QString::fromLatin1(key))->setEnabled(forward);
+        form.commands.setEnabled(QString::fromLatin1(key), forward);
 }

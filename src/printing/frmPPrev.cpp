@@ -51,6 +51,10 @@ frmPPrev::frmPPrev() : Form(QStringLiteral("frmPPrev"))
     IMGLST = resources::previewImages();
     createMenus();
     createToolStrip();
+    commands = platform::ToolbarCommands(TBARMAIN, {{"FIRST PAGE", MNUVIEWFIRST},
+                                                    {"PREVIOUS PAGE", MNUVIEWPREVIOUS},
+                                                    {"NEXT PAGE", MNUVIEWNEXT},
+                                                    {"LAST PAGE", MNUVIEWLAST}});
     createWorkArea();
     createStatusBar();
     connectEvents();
@@ -67,9 +71,7 @@ frmPPrev::frmPPrev() : Form(QStringLiteral("frmPPrev"))
 
     // The designed client area of 7515 by 6510 twips; FORMLOAD restores the
     // user's placement when the preview opens.
-    const float tx = platform::Screen::TwipsPerPixelX();
-    const float ty = platform::Screen::TwipsPerPixelY();
-    resize(qRound(7515 / tx), qRound(6510 / ty) + menuBar()->sizeHint().height());
+    resize(platform::Screen::pixelsX(7515), platform::Screen::pixelsY(6510) + menuBar()->sizeHint().height());
 }
 
 frmPPrev::~frmPPrev() = default;
@@ -162,37 +164,16 @@ void frmPPrev::ICONMENUS()
 void frmPPrev::TBARMAIN_ButtonClick(const QString& key)
 {
     clsPrinting& printing = clsPrinting::instance();
+    // The page buttons perform their Go To items; Print prints at once, without the
+    // dialog that its menu item asks first.
+    if (commands.trigger(key))
+        return;
     if (key == QLatin1String("PRINT"))
         printing.PRINTDOCUMENT(this, RTF3, true);
-    else if (key == QLatin1String("FIRST PAGE"))
-        MNUVIEWFIRST->trigger();
-    else if (key == QLatin1String("PREVIOUS PAGE"))
-        MNUVIEWPREVIOUS->trigger();
-    else if (key == QLatin1String("NEXT PAGE"))
-        MNUVIEWNEXT->trigger();
-    else if (key == QLatin1String("LAST PAGE"))
-        MNUVIEWLAST->trigger();
     else if (key == QLatin1String("ZOOM OUT"))
         printing.ZOOMOUT();
     else if (key == QLatin1String("ZOOM IN"))
         printing.ZOOMIN();
-}
-
-void frmPPrev::TBARMAIN_MouseMove(int, int, float X, float)
-{
-    TMR1->start();
-    clsLibrary::instance().GETTBARDESCRIPTIONS(this, X, TBARMAIN, QStringLiteral("document"));
-}
-
-// The bar's rectangle is where the bar stands, not a fixed one: the toolkit's
-// bar is wider and taller than the designed one, and the window manager's frame
-// moves it down.
-void frmPPrev::TMR1_Timer()
-{
-    if (clsLibrary::instance().MOUSEMOVE(this, TBARMAIN->rectInWindowFrame()) == 1) {
-        clsLibrary::instance().STATUSBARCAPTION(this);
-        TMR1->stop();
-    }
 }
 
 // The menu asks the print dialog first; the toolbar's button prints all pages at once.

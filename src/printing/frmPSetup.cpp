@@ -211,8 +211,8 @@ QWidget* frmPSetup::createPageTab()
     auto* miniature = new QVBoxLayout;
     PICWINDOW = new QFrame(FRAMPAGE);
     PICWINDOW->setFrameStyle(QFrame::Panel | QFrame::Sunken);
-    PICWINDOW->setFixedSize(qRound(PictureWindowSize / platform::Screen::TwipsPerPixelX()),
-                            qRound(PictureWindowSize / platform::Screen::TwipsPerPixelY()));
+    PICWINDOW->setFixedSize(platform::Screen::pixelsX(PictureWindowSize),
+                            platform::Screen::pixelsY(PictureWindowSize));
     PICSHADOW = new QFrame(PICWINDOW);
     PICSHADOW->setAutoFillBackground(true);
     PICSHADOW->setBackgroundRole(QPalette::Shadow);

@@ -35,6 +35,7 @@ QString readAlbum(const QString& key, const QString& item, const QString& defaul
     return clsLibrary::instance().REGSTRREAD(clsLibrary::currentUserKey(), key, item, defaultValue);
 }
 
+// The worker converts with the twips per pixel it was given, not the screen's.
 int toPixels(float twips, float twipsPerPixel)
 {
     return qRound(twips / twipsPerPixel);
@@ -43,17 +44,17 @@ int toPixels(float twips, float twipsPerPixel)
 // A child control placed in twips on the form.
 void setControlLeft(QWidget* control, float twips)
 {
-    control->move(toPixels(twips, platform::Screen::TwipsPerPixelX()), control->y());
+    control->move(platform::Screen::pixelsX(twips), control->y());
 }
 
 void setControlTop(QWidget* control, float twips)
 {
-    control->move(control->x(), toPixels(twips, platform::Screen::TwipsPerPixelY()));
+    control->move(control->x(), platform::Screen::pixelsY(twips));
 }
 
 void setControlWidth(QWidget* control, float twips)
 {
-    control->resize(toPixels(twips, platform::Screen::TwipsPerPixelX()), control->height());
+    control->resize(platform::Screen::pixelsX(twips), control->height());
 }
 
 // Where a picture starts that is centred on the whole screen: an exact halving in
@@ -164,8 +165,8 @@ void frmScreen::setPicture(const QString& path, platform::PicturePart picture)
     const QSizeF size = QSizeF(picture.size) / ratio;
     IMGMAIN->setPart(pixmap, picture.part.topLeft());
     IMGMAIN->resize(qCeil(size.width()), qCeil(size.height()));
-    pictureWidth_ = static_cast<float>(size.width()) * platform::Screen::TwipsPerPixelX();
-    pictureHeight_ = static_cast<float>(size.height()) * platform::Screen::TwipsPerPixelY();
+    pictureWidth_ = platform::Screen::twipsX(size.width());
+    pictureHeight_ = platform::Screen::twipsY(size.height());
     shown_ = std::move(picture);
     shownPath_ = path;
 }

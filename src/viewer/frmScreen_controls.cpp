@@ -49,7 +49,7 @@ void frmScreen::createControls()
     band.setColor(QPalette::WindowText, QColor(255, 255, 128));
     LBLDESC->setPalette(band);
     LBLDESC->setAutoFillBackground(true);
-    LBLDESC->resize(0, qRound(BandHeight / platform::Screen::TwipsPerPixelY()));
+    LBLDESC->resize(0, platform::Screen::pixelsY(BandHeight));
     LBLDESC->raise();
 
     TMRPICS = new QTimer(this);
