@@ -20,7 +20,8 @@ bool isOn()
 
 void unanswered(const QString& kind, const QString& title, const QString& text)
 {
-    qFatal("No answer was queued for the %s \"%s\": %s", qPrintable(kind), qPrintable(title), qPrintable(text));
+    qFatal("No answer was queued for the %s \"%s\": %s", qPrintable(kind), qPrintable(title),
+           qPrintable(text));
 }
 
 } // namespace platform::Unattended
