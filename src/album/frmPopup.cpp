@@ -15,6 +15,7 @@
 
 frmPopup::frmPopup() : Form(QStringLiteral("frmPopup"))
 {
+    setDescribesOwnMenus(true);
     createMenus();
     ICOMNU = new zuv::ICOMNU(this);
     // The popup menus describe their items in the main window's status bar.

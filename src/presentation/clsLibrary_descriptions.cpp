@@ -25,7 +25,7 @@ Form* visiblePreview()
     const QList<QWidget*> windows = QApplication::topLevelWidgets();
     for (QWidget* window : windows) {
         auto* form = qobject_cast<Form*>(window);
-        if (form && form->Name() == QStringLiteral("frmPPrev") && form->isVisible())
+        if (form && form->isPrintPreview() && form->isVisible())
             return form;
     }
     return nullptr;
@@ -70,10 +70,9 @@ void clsLibrary::STATUSBARCAPTION(Form* SBFORM, const QString& STATUSTEXT, int16
 void clsLibrary::STATUSTEXTDESC(Form* CURRENTFORM, Form* STATUSFORM, int32_t MENUNUMBER, bool SEPARATOR,
                                 const QString& FILETYPE)
 {
-    // The popup menus and the print preview's menus are their own forms' menus;
-    // any other window describes the menus of the window with the status line.
-    const bool ownMenus = CURRENTFORM && (CURRENTFORM->Name() == QStringLiteral("frmPopup") ||
-                                          CURRENTFORM->Name() == QStringLiteral("frmPPrev"));
+    // A form that describes its own menus (the popup menus, the print preview) is
+    // read; any other window describes the menus of the window with the status line.
+    const bool ownMenus = CURRENTFORM && CURRENTFORM->describesOwnMenus();
     const zuv::ICOMNU* menus = controlOf<zuv::ICOMNU>(ownMenus ? CURRENTFORM : STATUSFORM);
     const QString caption = menus ? menus->CAPTION(MENUNUMBER) : QString();
 

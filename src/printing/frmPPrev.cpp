@@ -44,6 +44,9 @@ void setScrollValue(QScrollBar* bar, int value)
 
 frmPPrev::frmPPrev() : Form(QStringLiteral("frmPPrev"))
 {
+    // Its menus describe their own items, in its own status line while it is shown.
+    setDescribesOwnMenus(true);
+    setPrintPreview(true);
     setWindowTitle(QStringLiteral("Preview"));
     QFont tahoma = font();
     tahoma.setFamily(QStringLiteral("Tahoma"));
