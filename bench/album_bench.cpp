@@ -3,10 +3,10 @@
 // and writes they are made of. Each benchmark builds its own data in a temporary
 // folder and points the store at a temporary config home.
 #include "album/frmMain.h"
+#include "library/clsLibrary.h"
 #include "platform/core/Registry.h"
 #include "platform/widgets/FolderTree.h"
 #include "platform/widgets/ListView.h"
-#include "settings/clsLibrary.h"
 
 #include <QApplication>
 #include <QFile>

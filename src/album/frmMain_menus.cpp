@@ -3,10 +3,10 @@
 // which goes once a timer sees the pointer leave the bar.
 #include "album/frmMain.h"
 
+#include "library/clsLibrary.h"
 #include "platform/widgets/ControlEvents.h"
 #include "platform/widgets/Toolbar.h"
 #include "presentation/ICOMNU.h"
-#include "settings/clsLibrary.h"
 
 #include <QTimer>
 

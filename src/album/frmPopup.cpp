@@ -1,12 +1,12 @@
 #include "album/frmPopup.h"
 
 #include "album/frmMain.h"
+#include "library/clsLibrary.h"
 #include "picinfo/frmProps.h"
 #include "platform/core/Error.h"
 #include "platform/widgets/FolderTree.h"
 #include "platform/widgets/ListView.h"
 #include "presentation/ICOMNU.h"
-#include "settings/clsLibrary.h"
 #include "viewer/frmPPrevPhoto.h"
 
 #include <QAction>

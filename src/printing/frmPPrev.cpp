@@ -15,9 +15,10 @@
 #include "platform/widgets/Toolbar.h"
 #include "platform/widgets/Twips.h"
 #include "presentation/ICOMNU.h"
+#include "presentation/PresentationServices.h"
 #include "printing/clsPrinting.h"
 #include "resources/Icons.h"
-#include "settings/clsLibrary.h"
+#include "settings/StoreAndFileServices.h"
 
 #include <QAction>
 #include <QMenuBar>
@@ -94,17 +95,19 @@ QList<QAction*> frmPPrev::zoomItems() const
 
 QString frmPPrev::settingsKey()
 {
-    return clsLibrary::companyKey() + QStringLiteral("\\GLOBAL\\frmPPrev\\Items");
+    return StoreAndFileServices::companyKey() + QStringLiteral("\\GLOBAL\\frmPPrev\\Items");
 }
 
 QString frmPPrev::readSetting(const QString& item, const QString& defaultValue)
 {
-    return clsLibrary::instance().REGSTRREAD(clsLibrary::currentUserKey(), settingsKey(), item, defaultValue);
+    return StoreAndFileServices::instance().REGSTRREAD(StoreAndFileServices::currentUserKey(), settingsKey(),
+                                                       item, defaultValue);
 }
 
 void frmPPrev::writeSetting(const QString& item, const QString& data)
 {
-    clsLibrary::instance().REGSTRWRITE(clsLibrary::currentUserKey(), settingsKey(), item, data);
+    StoreAndFileServices::instance().REGSTRWRITE(StoreAndFileServices::currentUserKey(), settingsKey(), item,
+                                                 data);
 }
 
 // Runs on the first touch of the form, which the print engine makes too. A step
@@ -139,7 +142,7 @@ void frmPPrev::Form_Unload()
 {
     if (!isVisible())
         return;
-    resumeNext([&] { clsLibrary::instance().FORMSAVE(Global, this, true); });
+    resumeNext([&] { StoreAndFileServices::instance().FORMSAVE(Global, this, true); });
     resumeNext([&] { writeSetting(QStringLiteral("Zoom"), CBOPGZOOM->Text()); });
     resumeNext([&] {
         writeSetting(QStringLiteral("Status Bar"), platform::boolText(MNUVIEWSTATUSBAR->isChecked()));
@@ -150,7 +153,7 @@ void frmPPrev::Form_Unload()
 
 void frmPPrev::ICONMENUS()
 {
-    clsLibrary& lib = clsLibrary::instance();
+    PresentationServices& lib = PresentationServices::instance();
     ICOMNU->Attach(this, true);
     ICOMNU->setImageList([this](int32_t index) { return IMGLST.image(index + 1); });
     for (const auto& [item, image] : {std::pair{"MNUFILEPRINT", "PRINT"},
@@ -184,7 +187,7 @@ void frmPPrev::TBARMAIN_ButtonClick(const QString& key)
 void frmPPrev::TBARMAIN_MouseMove(int, int, float X, float)
 {
     TMR1->start();
-    clsLibrary::instance().GETTBARDESCRIPTIONS(this, X, TBARMAIN, QStringLiteral("document"));
+    PresentationServices::instance().GETTBARDESCRIPTIONS(this, X, TBARMAIN, QStringLiteral("document"));
 }
 
 // The bar's rectangle is where the bar stands, not a fixed one: the toolkit's
@@ -192,8 +195,8 @@ void frmPPrev::TBARMAIN_MouseMove(int, int, float X, float)
 // moves it down.
 void frmPPrev::TMR1_Timer()
 {
-    if (clsLibrary::instance().MOUSEMOVE(this, TBARMAIN->rectInWindowFrame()) == 1) {
-        clsLibrary::instance().STATUSBARCAPTION(this);
+    if (PresentationServices::instance().MOUSEMOVE(this, TBARMAIN->rectInWindowFrame()) == 1) {
+        PresentationServices::instance().STATUSBARCAPTION(this);
         TMR1->stop();
     }
 }

@@ -12,10 +12,10 @@
 #include "platform/widgets/Toolbar.h"
 #include "platform/widgets/Twips.h"
 #include "presentation/ICOMNU.h"
+#include "presentation/PresentationServices.h"
 #include "presentation/TXTSEP.h"
 #include "printing/clsPrinting.h"
 #include "resources/Icons.h"
-#include "settings/clsLibrary.h"
 
 #include <QAction>
 #include <QFrame>
@@ -269,12 +269,14 @@ void frmPPrev::createMenuTracking()
 {
     ICOMNU = new zuv::ICOMNU(this);
     const auto describe = [this](int32_t number, int32_t, bool separator) {
-        clsLibrary::instance().STATUSTEXTDESC(this, Forms::mainForm(), number, separator, Document);
+        PresentationServices::instance().STATUSTEXTDESC(this, Forms::mainForm(), number, separator, Document);
     };
     const auto describePlain = [this](int32_t number, int32_t, bool) {
-        clsLibrary::instance().STATUSTEXTDESC(this, Forms::mainForm(), number, false);
+        PresentationServices::instance().STATUSTEXTDESC(this, Forms::mainForm(), number, false);
     };
-    const auto clear = [this] { clsLibrary::instance().STATUSTEXTDESC(this, Forms::mainForm(), 0, false); };
+    const auto clear = [this] {
+        PresentationServices::instance().STATUSTEXTDESC(this, Forms::mainForm(), 0, false);
+    };
     connect(ICOMNU, &zuv::ICOMNU::ItemReport, this, describe);
     connect(ICOMNU, &zuv::ICOMNU::ItemReportPlain, this, describePlain);
     connect(ICOMNU, &zuv::ICOMNU::StatusResetA, this, clear);

@@ -5,6 +5,7 @@
 
 #include "album/frmMain.h"
 #include "album/frmPopup.h"
+#include "library/clsLibrary.h"
 #include "platform/core/App.h"
 #include "platform/core/FileNames.h"
 #include "platform/core/Registry.h"
@@ -13,7 +14,6 @@
 #include "platform/widgets/PictureBox.h"
 #include "platform/widgets/StatusBar.h"
 #include "platform/widgets/Toolbar.h"
-#include "settings/clsLibrary.h"
 #include "viewer/frmPPrevPhoto.h"
 
 #include <QAction>

@@ -1,10 +1,10 @@
+#include "library/clsLibrary.h"
 #include "platform/widgets/Form.h"
 #include "platform/widgets/StatusBar.h"
 #include "platform/widgets/Toolbar.h"
 #include "platform/widgets/Twips.h"
 #include "presentation/CommandDescriptions.h"
 #include "presentation/ICOMNU.h"
-#include "settings/clsLibrary.h"
 
 #include <QMenu>
 #include <QMenuBar>

@@ -4,8 +4,8 @@
 // timer's handler; nothing waits for the clock.
 #include "TempStore.h"
 
+#include "library/clsLibrary.h"
 #include "platform/widgets/Screen.h"
-#include "settings/clsLibrary.h"
 #include "viewer/frmScreen.h"
 
 #include <QLabel>
