@@ -20,6 +20,18 @@ function(vistarro_folder_library folder)
   add_library(vistarro_${name} STATIC ${sources})
   target_include_directories(vistarro_${name} PUBLIC "${root}")
   target_link_libraries(vistarro_${name} PUBLIC ${ARGN})
+  # For the include graph check: the library, its folder, the folder libraries it links.
+  list(FILTER ARGN INCLUDE REGEX "^vistarro_")
+  list(JOIN ARGN " " links)
+  set_property(GLOBAL APPEND PROPERTY VISTARRO_LAYER_GRAPH "vistarro_${name} ${folder} ${links}")
+endfunction()
+
+# Writes the link graph of the folder libraries, one line each, for the check
+# that the include graph matches it (tests/layers/include_graph.py).
+function(vistarro_write_layer_graph file)
+  get_property(lines GLOBAL PROPERTY VISTARRO_LAYER_GRAPH)
+  list(JOIN lines "\n" text)
+  file(WRITE "${file}" "${text}\n")
 endfunction()
 
 # Every tests/<folder>/tst_*.cpp is a test of its own, linked against the folder's
