@@ -12,8 +12,9 @@
 #include "FormSupport.h"
 #include "TempStore.h"
 
+#include "library/clsLibrary.h"
+#include "platform/core/Registry.h"
 #include "platform/widgets/Form.h"
-#include "settings/clsLibrary.h"
 #include "viewer/PicturePrefetch.h"
 #include "viewer/frmScreen.h"
 

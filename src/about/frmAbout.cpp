@@ -2,7 +2,7 @@
 
 #include "platform/core/App.h"
 #include "presentation/TXTSEP.h"
-#include "settings/clsLibrary.h"
+#include "settings/StoreAndFileServices.h"
 
 #include <QAction>
 #include <QFrame>
@@ -125,7 +125,7 @@ void frmAbout::createControls()
 
 void frmAbout::Form_Load()
 {
-    clsLibrary& library = clsLibrary::instance();
+    StoreAndFileServices& library = StoreAndFileServices::instance();
     LBLPROGRAMNAME->setText(platform::App::Title().toUpper());
     LBLVERSNO->setText(library.GETAPPNUMBER());
     LBLREGNAME->setText(library.GETCOMPANYNAME());
@@ -144,8 +144,8 @@ void frmAbout::Form_Load()
 // The dialog stays open while the browser shows the maker's site.
 void frmAbout::IMGLOGO_Click()
 {
-    clsLibrary::instance().INTERNETACCESS(QString::number(winId()), QString(),
-                                          QStringLiteral(VISTARRO_WEB_ADDRESS));
+    StoreAndFileServices::instance().INTERNETACCESS(QString::number(winId()), QString(),
+                                                    QStringLiteral(VISTARRO_WEB_ADDRESS));
 }
 
 void frmAbout::BTNCLOSE_Click()

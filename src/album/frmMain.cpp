@@ -5,6 +5,7 @@
 #include "printing/frmPPrev.h"
 #include "viewer/frmPPrevPhoto.h"
 
+#include "library/clsLibrary.h"
 #include "platform/core/App.h"
 #include "platform/core/Conversions.h"
 #include "platform/core/Error.h"
@@ -15,7 +16,6 @@
 #include "platform/widgets/Toolbar.h"
 #include "platform/widgets/Twips.h"
 #include "resources/Icons.h"
-#include "settings/clsLibrary.h"
 #include "viewer/frmScreen.h"
 
 #include <QAction>

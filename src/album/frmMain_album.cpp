@@ -17,13 +17,13 @@
 // stored album followed by the pictures added meanwhile, which are stored then.
 #include "album/frmMain.h"
 
+#include "library/clsLibrary.h"
 #include "platform/core/Conversions.h"
 #include "platform/core/Error.h"
 #include "platform/core/Registry.h"
 #include "platform/widgets/ListView.h"
 #include "platform/widgets/Screen.h"
 #include "platform/widgets/StatusBar.h"
-#include "settings/clsLibrary.h"
 
 #include <QAction>
 #include <QTime>

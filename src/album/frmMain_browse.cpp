@@ -2,10 +2,10 @@
 // heading and is remembered for the next start. Only names are read.
 #include "album/frmMain.h"
 
+#include "library/clsLibrary.h"
 #include "platform/core/Error.h"
 #include "platform/widgets/FolderTree.h"
 #include "platform/widgets/ListView.h"
-#include "settings/clsLibrary.h"
 
 using platform::resumeNext;
 

@@ -5,6 +5,7 @@
 #include "about/frmAbout.h"
 #include "album/frmPopup.h"
 
+#include "library/clsLibrary.h"
 #include "platform/core/Conversions.h"
 #include "platform/core/Error.h"
 #include "platform/widgets/Keys.h"
@@ -13,7 +14,6 @@
 #include "platform/widgets/StatusBar.h"
 #include "platform/widgets/Toolbar.h"
 #include "platform/widgets/Twips.h"
-#include "settings/clsLibrary.h"
 #include "viewer/frmScreen.h"
 
 #include <QAction>

@@ -3,9 +3,9 @@
 // which goes once a timer sees the pointer leave the bar.
 #include "album/frmMain.h"
 
+#include "library/clsLibrary.h"
 #include "presentation/ICOMNU.h"
 #include "presentation/StatusDescriptions.h"
-#include "settings/clsLibrary.h"
 
 namespace {
 const QString Album = QStringLiteral("album");

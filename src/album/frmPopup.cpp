@@ -1,13 +1,13 @@
 #include "album/frmPopup.h"
 
 #include "album/frmMain.h"
+#include "library/clsLibrary.h"
 #include "picinfo/frmProps.h"
 #include "platform/core/Error.h"
 #include "platform/widgets/ListView.h"
 #include "platform/widgets/Menus.h"
 #include "presentation/ICOMNU.h"
 #include "presentation/StatusDescriptions.h"
-#include "settings/clsLibrary.h"
 #include "viewer/frmPPrevPhoto.h"
 
 #include <QAction>
@@ -16,6 +16,7 @@
 
 frmPopup::frmPopup() : Form(QStringLiteral("frmPopup"))
 {
+    setDescribesOwnMenus(true);
     createMenus();
     ICOMNU = new zuv::ICOMNU(this);
     // The popup menus describe their items in the main window's status bar.

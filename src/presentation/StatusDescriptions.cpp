@@ -4,7 +4,7 @@
 #include "platform/widgets/Form.h"
 #include "platform/widgets/Toolbar.h"
 #include "presentation/ICOMNU.h"
-#include "settings/clsLibrary.h"
+#include "presentation/PresentationServices.h"
 
 #include <QTimer>
 
@@ -13,14 +13,14 @@ namespace zuv {
 void describeMenus(ICOMNU* menus, Form* form, std::function<Form*()> statusForm, const QString& fileType)
 {
     const auto describe = [form, statusForm, fileType](int32_t number, int32_t, bool separator) {
-        clsLibrary::instance().STATUSTEXTDESC(form, statusForm(), number, separator, fileType);
+        PresentationServices::instance().STATUSTEXTDESC(form, statusForm(), number, separator, fileType);
     };
     // The window commands' menu: the command's own text, whatever the file type.
     const auto describeCommand = [form, statusForm](int32_t number, int32_t, bool) {
-        clsLibrary::instance().STATUSTEXTDESC(form, statusForm(), number, false);
+        PresentationServices::instance().STATUSTEXTDESC(form, statusForm(), number, false);
     };
     const auto clear = [form, statusForm] {
-        clsLibrary::instance().STATUSTEXTDESC(form, statusForm(), 0, false);
+        PresentationServices::instance().STATUSTEXTDESC(form, statusForm(), 0, false);
     };
     QObject::connect(menus, &ICOMNU::ItemReport, form, describe);
     QObject::connect(menus, &ICOMNU::ItemReportPlain, form, describeCommand);
@@ -38,8 +38,8 @@ QTimer* describeToolbar(platform::Toolbar* bar, Form* form, const QString& fileT
     auto* timer = new QTimer(form);
     timer->setInterval(1);
     QObject::connect(timer, &QTimer::timeout, form, [bar, form, timer] {
-        if (clsLibrary::instance().MOUSEMOVE(form, bar->rectInWindowFrame()) == 1) {
-            clsLibrary::instance().STATUSBARCAPTION(form);
+        if (PresentationServices::instance().MOUSEMOVE(form, bar->rectInWindowFrame()) == 1) {
+            PresentationServices::instance().STATUSBARCAPTION(form);
             timer->stop();
         }
     });
@@ -48,7 +48,7 @@ QTimer* describeToolbar(platform::Toolbar* bar, Form* form, const QString& fileT
     QObject::connect(events, &platform::ControlEvents::MouseMove, form,
                      [bar, form, timer, fileType](int, int, float x, float) {
                          timer->start();
-                         clsLibrary::instance().GETTBARDESCRIPTIONS(form, x, bar, fileType);
+                         PresentationServices::instance().GETTBARDESCRIPTIONS(form, x, bar, fileType);
                      });
     return timer;
 }

@@ -15,9 +15,10 @@
 #include "platform/widgets/Toolbar.h"
 #include "platform/widgets/Twips.h"
 #include "presentation/ICOMNU.h"
+#include "presentation/PresentationServices.h"
 #include "printing/clsPrinting.h"
 #include "resources/Icons.h"
-#include "settings/clsLibrary.h"
+#include "settings/StoreAndFileServices.h"
 
 #include <QAction>
 #include <QMenuBar>
@@ -44,6 +45,9 @@ void setScrollValue(QScrollBar* bar, int value)
 
 frmPPrev::frmPPrev() : Form(QStringLiteral("frmPPrev"))
 {
+    // Its menus describe their own items, in its own status line while it is shown.
+    setDescribesOwnMenus(true);
+    setPrintPreview(true);
     setWindowTitle(QStringLiteral("Preview"));
     QFont tahoma = font();
     tahoma.setFamily(QStringLiteral("Tahoma"));
@@ -93,17 +97,19 @@ QList<QAction*> frmPPrev::zoomItems() const
 
 QString frmPPrev::settingsKey()
 {
-    return clsLibrary::companyKey() + QStringLiteral("\\GLOBAL\\frmPPrev\\Items");
+    return StoreAndFileServices::companyKey() + QStringLiteral("\\GLOBAL\\frmPPrev\\Items");
 }
 
 QString frmPPrev::readSetting(const QString& item, const QString& defaultValue)
 {
-    return clsLibrary::instance().REGSTRREAD(clsLibrary::currentUserKey(), settingsKey(), item, defaultValue);
+    return StoreAndFileServices::instance().REGSTRREAD(StoreAndFileServices::currentUserKey(), settingsKey(),
+                                                       item, defaultValue);
 }
 
 void frmPPrev::writeSetting(const QString& item, const QString& data)
 {
-    clsLibrary::instance().REGSTRWRITE(clsLibrary::currentUserKey(), settingsKey(), item, data);
+    StoreAndFileServices::instance().REGSTRWRITE(StoreAndFileServices::currentUserKey(), settingsKey(), item,
+                                                 data);
 }
 
 // Runs on the first touch of the form, which the print engine makes too. A step
@@ -138,7 +144,7 @@ void frmPPrev::Form_Unload()
 {
     if (!isVisible())
         return;
-    resumeNext([&] { clsLibrary::instance().FORMSAVE(Global, this, true); });
+    resumeNext([&] { StoreAndFileServices::instance().FORMSAVE(Global, this, true); });
     resumeNext([&] { writeSetting(QStringLiteral("Zoom"), CBOPGZOOM->Text()); });
     resumeNext([&] {
         writeSetting(QStringLiteral("Status Bar"), platform::boolText(MNUVIEWSTATUSBAR->isChecked()));
@@ -149,7 +155,7 @@ void frmPPrev::Form_Unload()
 
 void frmPPrev::ICONMENUS()
 {
-    clsLibrary& lib = clsLibrary::instance();
+    PresentationServices& lib = PresentationServices::instance();
     ICOMNU->Attach(this, true);
     ICOMNU->setImageList([this](int32_t index) { return IMGLST.image(index + 1); });
     for (const auto& [item, image] : {std::pair{"MNUFILEPRINT", "PRINT"},

@@ -13,11 +13,11 @@
 #include "platform/widgets/Toolbar.h"
 #include "platform/widgets/Twips.h"
 #include "presentation/ICOMNU.h"
+#include "presentation/PresentationServices.h"
 #include "presentation/StatusDescriptions.h"
 #include "presentation/TXTSEP.h"
 #include "printing/clsPrinting.h"
 #include "resources/Icons.h"
-#include "settings/clsLibrary.h"
 
 #include <QAction>
 #include <QFrame>

@@ -6,7 +6,7 @@
 #include "platform/core/Error.h"
 #include "platform/core/Picture.h"
 #include "platform/widgets/Screen.h"
-#include "settings/clsLibrary.h"
+#include "settings/StoreAndFileServices.h"
 
 #include <QCoreApplication>
 #include <QGuiApplication>
@@ -23,16 +23,17 @@ namespace {
 // The album as the main window stores it.
 QString albumCountKey()
 {
-    return clsLibrary::programKey() + QStringLiteral("\\fPICTURES\\Items");
+    return StoreAndFileServices::programKey() + QStringLiteral("\\fPICTURES\\Items");
 }
 QString albumSlotsKey()
 {
-    return clsLibrary::programKey() + QStringLiteral("\\fPICTURES\\Selection");
+    return StoreAndFileServices::programKey() + QStringLiteral("\\fPICTURES\\Selection");
 }
 
 QString readAlbum(const QString& key, const QString& item, const QString& defaultValue)
 {
-    return clsLibrary::instance().REGSTRREAD(clsLibrary::currentUserKey(), key, item, defaultValue);
+    return StoreAndFileServices::instance().REGSTRREAD(StoreAndFileServices::currentUserKey(), key, item,
+                                                       defaultValue);
 }
 
 // The worker converts with the twips per pixel it was given, not the screen's.
@@ -136,7 +137,7 @@ void frmScreen::SHOWPICTURE()
 {
     resumeNext([&] { PICPATH = readAlbum(albumSlotsKey(), QString::number(PICNUM), QStringLiteral("1")); });
     bool exists = false;
-    resumeNext([&] { exists = clsLibrary::instance().FILEEXISTS(PICPATH); });
+    resumeNext([&] { exists = StoreAndFileServices::instance().FILEEXISTS(PICPATH); });
     if (exists) {
         resumeNext([&] { setPicture(PICPATH, pictures_->load(PICPATH, visiblePart())); });
         FINDNAME();
@@ -207,7 +208,7 @@ void frmScreen::prefetchAround()
         QStringList ahead;
         for (const int32_t slot : {next, previous}) {
             const QString path = readAlbum(albumSlotsKey(), QString::number(slot), QStringLiteral("1"));
-            if (slot >= 1 && clsLibrary::instance().FILEEXISTS(path))
+            if (slot >= 1 && StoreAndFileServices::instance().FILEEXISTS(path))
                 ahead << path;
         }
         pictures_->keepAround(PICPATH, ahead, visiblePart());

@@ -7,6 +7,7 @@
 
 #include "album/frmMain.h"
 #include "album/frmPopup.h"
+#include "library/clsLibrary.h"
 #include "platform/core/App.h"
 #include "platform/core/FileNames.h"
 #include "platform/core/Registry.h"
@@ -15,7 +16,6 @@
 #include "platform/widgets/PictureBox.h"
 #include "platform/widgets/StatusBar.h"
 #include "platform/widgets/Toolbar.h"
-#include "settings/clsLibrary.h"
 #include "viewer/frmPPrevPhoto.h"
 
 #include <QAction>

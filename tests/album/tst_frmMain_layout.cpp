@@ -5,12 +5,12 @@
 #include "TempStore.h"
 
 #include "album/frmMain.h"
+#include "library/clsLibrary.h"
 #include "platform/widgets/FolderTree.h"
 #include "platform/widgets/ListView.h"
 #include "platform/widgets/Screen.h"
 #include "platform/widgets/StatusBar.h"
 #include "platform/widgets/Twips.h"
-#include "settings/clsLibrary.h"
 
 #include <QAction>
 #include <QMouseEvent>

@@ -11,13 +11,13 @@
 #include "TempStore.h"
 
 #include "album/frmMain.h"
+#include "library/clsLibrary.h"
 #include "picinfo/frmProps.h"
 #include "platform/core/FileNames.h"
 #include "platform/widgets/FolderTree.h"
 #include "platform/widgets/ListView.h"
 #include "platform/widgets/MsgBox.h"
 #include "platform/widgets/PictureBox.h"
-#include "settings/clsLibrary.h"
 #include "viewer/frmPPrevPhoto.h"
 #include "viewer/frmScreen.h"
 

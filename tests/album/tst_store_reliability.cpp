@@ -12,10 +12,10 @@
 #include "TempStore.h"
 
 #include "album/frmMain.h"
+#include "library/clsLibrary.h"
 #include "platform/core/Registry.h"
 #include "platform/widgets/FolderTree.h"
 #include "platform/widgets/ListView.h"
-#include "settings/clsLibrary.h"
 
 #include <QDir>
 #include <QElapsedTimer>

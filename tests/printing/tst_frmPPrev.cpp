@@ -9,6 +9,7 @@
 #include "TempStore.h"
 #include "ToolbarPointer.h"
 
+#include "library/clsLibrary.h"
 #include "platform/print/CommonDialog.h"
 #include "platform/print/Printer.h"
 #include "platform/print/RichTextBox.h"
@@ -20,7 +21,6 @@
 #include "platform/widgets/Twips.h"
 #include "printing/clsPrinting.h"
 #include "printing/frmPPrev.h"
-#include "settings/clsLibrary.h"
 
 #include <QAction>
 #include <QFileInfo>

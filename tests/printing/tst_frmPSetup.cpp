@@ -5,13 +5,13 @@
 #include "Stored.h"
 #include "TempStore.h"
 
+#include "library/clsLibrary.h"
 #include "platform/print/Printer.h"
 #include "platform/widgets/Twips.h"
 #include "presentation/SPIN.h"
 #include "printing/PageSettings.h"
 #include "printing/Paper.h"
 #include "printing/frmPSetup.h"
-#include "settings/clsLibrary.h"
 
 #include <QApplication>
 #include <QCheckBox>

@@ -1,12 +1,13 @@
 #include "Stored.h"
 
-#include "settings/clsLibrary.h"
+#include "settings/StoreAndFileServices.h"
 
 namespace testsupport {
 
 QString stored(const QString& key, const QString& item, const QString& fallback)
 {
-    return clsLibrary::instance().REGSTRREAD(clsLibrary::currentUserKey(), key, item, fallback);
+    return StoreAndFileServices::instance().REGSTRREAD(StoreAndFileServices::currentUserKey(), key, item,
+                                                       fallback);
 }
 
 } // namespace testsupport

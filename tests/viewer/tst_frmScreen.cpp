@@ -5,8 +5,8 @@
 #include "FormSupport.h"
 #include "TempStore.h"
 
+#include "library/clsLibrary.h"
 #include "platform/widgets/Screen.h"
-#include "settings/clsLibrary.h"
 #include "viewer/frmScreen.h"
 
 #include <QLabel>

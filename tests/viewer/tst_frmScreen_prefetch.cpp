@@ -6,9 +6,9 @@
 #include "FormSupport.h"
 #include "TempStore.h"
 
+#include "library/clsLibrary.h"
 #include "platform/core/Error.h"
 #include "platform/core/Picture.h"
-#include "settings/clsLibrary.h"
 #include "viewer/PicturePrefetch.h"
 #include "viewer/frmScreen.h"
 
