@@ -4,6 +4,7 @@
 #include "album/frmMain.h"
 
 #include "platform/ControlEvents.h"
+#include "platform/Error.h"
 #include "platform/Toolbar.h"
 #include "presentation/ICOMNU.h"
 #include "settings/clsLibrary.h"
@@ -32,10 +33,11 @@ void frmMain::ICONMENUS()
 void frmMain::createMenuTracking()
 {
     ICOMNU = new zuv::ICOMNU(this);
-    const auto describe = [this](int32_t number, int32_t, bool separator) {
+    const auto describe = platform::guarded([this](int32_t number, int32_t, bool separator) {
         clsLibrary::instance().STATUSTEXTDESC(this, this, number, separator, Album);
-    };
-    const auto clear = [this] { clsLibrary::instance().STATUSTEXTDESC(this, this, 0, false); };
+    });
+    const auto clear =
+        platform::guarded([this] { clsLibrary::instance().STATUSTEXTDESC(this, this, 0, false); });
     connect(ICOMNU, &zuv::ICOMNU::ItemReport, this, describe);
     connect(ICOMNU, &zuv::ICOMNU::ItemReportPlain, this, describe);
     connect(ICOMNU, &zuv::ICOMNU::StatusResetA, this, clear);
@@ -44,10 +46,11 @@ void frmMain::createMenuTracking()
 
     TMR1 = new QTimer(this);
     TMR1->setInterval(1);
-    connect(TMR1, &QTimer::timeout, this, &frmMain::TMR1_Timer);
+    connect(TMR1, &QTimer::timeout, this, platform::guarded(this, &frmMain::TMR1_Timer));
     TBARMAIN->setMouseTracking(true);
     auto* bar = new platform::ControlEvents(TBARMAIN);
-    connect(bar, &platform::ControlEvents::MouseMove, this, &frmMain::TBARMAIN_MouseMove);
+    connect(bar, &platform::ControlEvents::MouseMove, this,
+            platform::guarded(this, &frmMain::TBARMAIN_MouseMove));
 }
 
 void frmMain::TBARMAIN_MouseMove(int, int, float X, float)

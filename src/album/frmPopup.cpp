@@ -18,11 +18,12 @@ frmPopup::frmPopup() : Form(QStringLiteral("frmPopup"))
     createMenus();
     ICOMNU = new zuv::ICOMNU(this);
     // The popup menus describe their items in the main window's status bar.
-    const auto describe = [this](int32_t number, int32_t, bool separator) {
+    const auto describe = platform::guarded([this](int32_t number, int32_t, bool separator) {
         clsLibrary::instance().STATUSTEXTDESC(this, Forms::mainForm(), number, separator,
                                               QStringLiteral("album"));
-    };
-    const auto clear = [this] { clsLibrary::instance().STATUSTEXTDESC(this, Forms::mainForm(), 0, false); };
+    });
+    const auto clear = platform::guarded(
+        [this] { clsLibrary::instance().STATUSTEXTDESC(this, Forms::mainForm(), 0, false); });
     connect(ICOMNU, &zuv::ICOMNU::ItemReport, this, describe);
     connect(ICOMNU, &zuv::ICOMNU::ItemReportPlain, this, describe);
     connect(ICOMNU, &zuv::ICOMNU::StatusResetB, this, clear);
@@ -85,18 +86,23 @@ void frmPopup::createMenus()
                                 {MNUSELECTEDPROPS, "MNUSELECTEDPROPS"}})
         action->setObjectName(QString::fromLatin1(name));
 
-    connect(MNUFOUNDPREVIEW, &QAction::triggered, this, &frmPopup::PREVIEWFOUND);
-    connect(MNUFOUNDADD, &QAction::triggered, this, [] { Forms::get<frmMain>().ADD(); });
-    connect(MNUFOUNDADDALL, &QAction::triggered, this, [] { Forms::get<frmMain>().ADDALL(); });
-    connect(MNUFOUNDPROPS, &QAction::triggered, this, &frmPopup::MNUFOUNDPROPS_Click);
-    connect(MNUSELECTEDPREVIEW, &QAction::triggered, this, &frmPopup::PREVIEWSELECTED);
-    connect(MNUSELECTEDCLEAR, &QAction::triggered, this, [] {
-        frmMain& main = Forms::get<frmMain>();
-        main.CLEAR();
-        main.SELECTCHK();
-    });
-    connect(MNUSELECTEDCLEARALL, &QAction::triggered, this, [] { Forms::get<frmMain>().CLEARALL(); });
-    connect(MNUSELECTEDPROPS, &QAction::triggered, this, &frmPopup::MNUSELECTEDPROPS_Click);
+    connect(MNUFOUNDPREVIEW, &QAction::triggered, this, platform::guarded(this, &frmPopup::PREVIEWFOUND));
+    connect(MNUFOUNDADD, &QAction::triggered, this, platform::guarded([] { Forms::get<frmMain>().ADD(); }));
+    connect(MNUFOUNDADDALL, &QAction::triggered, this,
+            platform::guarded([] { Forms::get<frmMain>().ADDALL(); }));
+    connect(MNUFOUNDPROPS, &QAction::triggered, this,
+            platform::guarded(this, &frmPopup::MNUFOUNDPROPS_Click));
+    connect(MNUSELECTEDPREVIEW, &QAction::triggered, this,
+            platform::guarded(this, &frmPopup::PREVIEWSELECTED));
+    connect(MNUSELECTEDCLEAR, &QAction::triggered, this, platform::guarded([] {
+                frmMain& main = Forms::get<frmMain>();
+                main.CLEAR();
+                main.SELECTCHK();
+            }));
+    connect(MNUSELECTEDCLEARALL, &QAction::triggered, this,
+            platform::guarded([] { Forms::get<frmMain>().CLEARALL(); }));
+    connect(MNUSELECTEDPROPS, &QAction::triggered, this,
+            platform::guarded(this, &frmPopup::MNUSELECTEDPROPS_Click));
 }
 
 // A list without a current item has nothing to preview or show.

@@ -3,6 +3,7 @@
 #include "picinfo/frmProps.h"
 
 #include "picinfo/ImageHeader.h"
+#include "platform/Error.h"
 #include "platform/Fonts.h"
 #include "presentation/PANEL.h"
 #include "presentation/TXTSEP.h"
@@ -86,7 +87,7 @@ void frmProps::createControls()
 
     PANEL1 = new zuv::PANEL(client);
     BTNCLOSE = new QPushButton(QStringLiteral("&Close"), PANEL1);
-    connect(BTNCLOSE, &QPushButton::clicked, this, &frmProps::BTNCLOSE_Click);
+    connect(BTNCLOSE, &QPushButton::clicked, this, platform::guarded(this, &frmProps::BTNCLOSE_Click));
     setCloseButton(BTNCLOSE);
 
     // Everything above the panel is laid out; the panel keeps to the bottom itself.

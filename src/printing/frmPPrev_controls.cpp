@@ -36,13 +36,6 @@ namespace {
 
 const QString Document = QStringLiteral("document");
 
-// A click of the toolkit's making: there is nothing above the handler to hand a
-// failure to, so it ends there.
-template <typename Handler> auto quietly(Handler handler)
-{
-    return [handler] { resumeNext(handler); };
-}
-
 QAction* namedItem(QMenu* menu, const QString& caption, const char* name)
 {
     QAction* item = menu->addAction(caption);
@@ -230,36 +223,40 @@ void frmPPrev::createStatusBar()
 
 void frmPPrev::connectEvents()
 {
-    connect(MNUFILEPRINT, &QAction::triggered, this, quietly([this] { MNUFILEPRINT_Click(); }));
-    connect(MNUFILEEXIT, &QAction::triggered, this, quietly([this] { MNUFILEEXIT_Click(); }));
-    connect(MNUVIEWTOOLBAR, &QAction::triggered, this, quietly([this] { MNUVIEWTOOLBAR_Click(); }));
-    connect(MNUVIEWSTATUSBAR, &QAction::triggered, this, quietly([this] { MNUVIEWSTATUSBAR_Click(); }));
-    connect(MNUHELPABOUT, &QAction::triggered, this, quietly([this] { MNUHELPABOUT_Click(); }));
-    connect(MNUVIEWFIRST, &QAction::triggered, this, quietly([] { clsPrinting::instance().PAGESTART(); }));
+    connect(MNUFILEPRINT, &QAction::triggered, this, platform::guarded([this] { MNUFILEPRINT_Click(); }));
+    connect(MNUFILEEXIT, &QAction::triggered, this, platform::guarded([this] { MNUFILEEXIT_Click(); }));
+    connect(MNUVIEWTOOLBAR, &QAction::triggered, this, platform::guarded([this] { MNUVIEWTOOLBAR_Click(); }));
+    connect(MNUVIEWSTATUSBAR, &QAction::triggered, this,
+            platform::guarded([this] { MNUVIEWSTATUSBAR_Click(); }));
+    connect(MNUHELPABOUT, &QAction::triggered, this, platform::guarded([this] { MNUHELPABOUT_Click(); }));
+    connect(MNUVIEWFIRST, &QAction::triggered, this,
+            platform::guarded([] { clsPrinting::instance().PAGESTART(); }));
     connect(MNUVIEWPREVIOUS, &QAction::triggered, this,
-            quietly([] { clsPrinting::instance().PAGEPREVIOUS(); }));
-    connect(MNUVIEWNEXT, &QAction::triggered, this, quietly([] { clsPrinting::instance().PAGENEXT(); }));
-    connect(MNUVIEWLAST, &QAction::triggered, this, quietly([] { clsPrinting::instance().PAGEEND(); }));
+            platform::guarded([] { clsPrinting::instance().PAGEPREVIOUS(); }));
+    connect(MNUVIEWNEXT, &QAction::triggered, this,
+            platform::guarded([] { clsPrinting::instance().PAGENEXT(); }));
+    connect(MNUVIEWLAST, &QAction::triggered, this,
+            platform::guarded([] { clsPrinting::instance().PAGEEND(); }));
     // Each zoom item shows its step in the zoom list, whose Click applies it.
     const QList<QAction*> items = zoomItems();
     for (qsizetype i = 0; i < items.size(); ++i) {
         const QString step = zoomSteps().at(i);
-        connect(items.at(i), &QAction::triggered, this, quietly([this, step] { CBOPGZOOM->setText(step); }));
+        connect(items.at(i), &QAction::triggered, this,
+                platform::guarded([this, step] { CBOPGZOOM->setText(step); }));
     }
     connect(TBARMAIN, &platform::Toolbar::ButtonClick, this,
-            [this](const QString& key) { resumeNext([&] { TBARMAIN_ButtonClick(key); }); });
+            platform::guarded(this, &frmPPrev::TBARMAIN_ButtonClick));
 
     CBOPGNO->onClick([this] { CBOPGNO_Click(); });
     CBOPGZOOM->onClick([] { clsPrinting::instance().ZOOMSEL(); });
-    connect(SCRHBAR, &QScrollBar::valueChanged, this, quietly([this] { SCRHBAR_Change(); }));
-    connect(SCRVBAR, &QScrollBar::valueChanged, this, quietly([this] { SCRVBAR_Change(); }));
+    connect(SCRHBAR, &QScrollBar::valueChanged, this, platform::guarded([this] { SCRHBAR_Change(); }));
+    connect(SCRVBAR, &QScrollBar::valueChanged, this, platform::guarded([this] { SCRVBAR_Change(); }));
 
     auto* window = new platform::ControlEvents(PICWINDOW);
-    connect(window, &platform::ControlEvents::KeyUp, this, &frmPPrev::PREVIEWKEYS);
+    connect(window, &platform::ControlEvents::KeyUp, this, platform::guarded(this, &frmPPrev::PREVIEWKEYS));
     auto* image = new platform::ControlEvents(IMGPREVIEW);
-    connect(image, &platform::ControlEvents::MouseUp, this, [this](int button, int shift, float x, float y) {
-        resumeNext([&] { IMGPREVIEW_MouseUp(button, shift, x, y); });
-    });
+    connect(image, &platform::ControlEvents::MouseUp, this,
+            platform::guarded(this, &frmPPrev::IMGPREVIEW_MouseUp));
 }
 
 // The descriptions of the menu items go to the status bar of the window that
@@ -268,13 +265,14 @@ void frmPPrev::connectEvents()
 void frmPPrev::createMenuTracking()
 {
     ICOMNU = new zuv::ICOMNU(this);
-    const auto describe = [this](int32_t number, int32_t, bool separator) {
+    const auto describe = platform::guarded([this](int32_t number, int32_t, bool separator) {
         clsLibrary::instance().STATUSTEXTDESC(this, Forms::mainForm(), number, separator, Document);
-    };
-    const auto describePlain = [this](int32_t number, int32_t, bool) {
+    });
+    const auto describePlain = platform::guarded([this](int32_t number, int32_t, bool) {
         clsLibrary::instance().STATUSTEXTDESC(this, Forms::mainForm(), number, false);
-    };
-    const auto clear = [this] { clsLibrary::instance().STATUSTEXTDESC(this, Forms::mainForm(), 0, false); };
+    });
+    const auto clear = platform::guarded(
+        [this] { clsLibrary::instance().STATUSTEXTDESC(this, Forms::mainForm(), 0, false); });
     connect(ICOMNU, &zuv::ICOMNU::ItemReport, this, describe);
     connect(ICOMNU, &zuv::ICOMNU::ItemReportPlain, this, describePlain);
     connect(ICOMNU, &zuv::ICOMNU::StatusResetA, this, clear);
@@ -283,8 +281,9 @@ void frmPPrev::createMenuTracking()
 
     TMR1 = new QTimer(this);
     TMR1->setInterval(1);
-    connect(TMR1, &QTimer::timeout, this, &frmPPrev::TMR1_Timer);
+    connect(TMR1, &QTimer::timeout, this, platform::guarded(this, &frmPPrev::TMR1_Timer));
     TBARMAIN->setMouseTracking(true);
     auto* bar = new platform::ControlEvents(TBARMAIN);
-    connect(bar, &platform::ControlEvents::MouseMove, this, &frmPPrev::TBARMAIN_MouseMove);
+    connect(bar, &platform::ControlEvents::MouseMove, this,
+            platform::guarded(this, &frmPPrev::TBARMAIN_MouseMove));
 }
