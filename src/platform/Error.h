@@ -58,7 +58,9 @@ Q_DECLARE_LOGGING_CATEGORY(skippedLog)
 
 namespace detail {
 // Writes the failure being handled, its error number and text, and where it was
-// swallowed, to the category. Called from a catch block; never throws.
+// swallowed, to the category. Called from a catch block; never throws, and does
+// nothing more than look at the category while it is off. (The first look makes
+// the category, which may fail for want of memory: that too is swallowed.)
 void logSwallowed(const char* what, const char* file, unsigned line) noexcept;
 
 // The number of leading arguments, of those given, that a handler takes: a signal
@@ -97,8 +99,7 @@ public:
             callLeading(handler_, Tuple(std::forward<Arguments>(arguments)...),
                         std::make_index_sequence<leadingTaken<Handler, Tuple>()>());
         } catch (...) {
-            if (skippedLog().isDebugEnabled())
-                logSwallowed("handler left", where_.file_name(), where_.line());
+            logSwallowed("handler left", where_.file_name(), where_.line());
         }
     }
 
@@ -109,16 +110,15 @@ private:
 } // namespace detail
 
 // "A failed statement is skipped and the next one runs": run one step and
-// swallow whatever it throws. Nothing is built for the log unless the category
-// is on; the place is the caller's, filled in by the compiler.
+// swallow whatever it throws. Costs nothing while the step succeeds; the place
+// for the log is the caller's, filled in by the compiler.
 template <typename Step>
 void resumeNext(Step&& step, const std::source_location where = std::source_location::current()) noexcept
 {
     try {
         step();
     } catch (...) {
-        if (skippedLog().isDebugEnabled())
-            detail::logSwallowed("step skipped", where.file_name(), where.line());
+        detail::logSwallowed("step skipped", where.file_name(), where.line());
     }
 }
 
