@@ -29,7 +29,6 @@
 
 #include <algorithm>
 
-using platform::resumeNext;
 using platform::twips;
 
 namespace {
