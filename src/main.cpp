@@ -1,7 +1,7 @@
 #include "album/frmMain.h"
-#include "platform/App.h"
-#include "platform/Application.h"
-#include "platform/Form.h"
+#include "platform/core/App.h"
+#include "platform/widgets/Application.h"
+#include "platform/widgets/Form.h"
 #include "resources/Icons.h"
 
 #include <cstdio>

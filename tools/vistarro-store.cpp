@@ -6,8 +6,8 @@
 // settings store, with its values. The store is opened read-only, so this is safe
 // while Vistarro is running.
 
-#include "platform/Registry.h"
-#include "platform/RegistryDump.h"
+#include "platform/core/Registry.h"
+#include "platform/core/RegistryDump.h"
 
 #include <QString>
 

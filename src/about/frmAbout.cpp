@@ -1,7 +1,7 @@
 #include "about/frmAbout.h"
 
-#include "platform/App.h"
-#include "platform/Error.h"
+#include "platform/core/App.h"
+#include "platform/core/Error.h"
 #include "presentation/TXTSEP.h"
 #include "settings/clsLibrary.h"
 

@@ -3,9 +3,9 @@
 // which goes once a timer sees the pointer leave the bar.
 #include "album/frmMain.h"
 
-#include "platform/ControlEvents.h"
-#include "platform/Error.h"
-#include "platform/Toolbar.h"
+#include "platform/core/Error.h"
+#include "platform/widgets/ControlEvents.h"
+#include "platform/widgets/Toolbar.h"
 #include "presentation/ICOMNU.h"
 #include "settings/clsLibrary.h"
 

@@ -3,8 +3,8 @@
 #include "TempStore.h"
 
 #include "about/frmAbout.h"
-#include "platform/Screen.h"
-#include "platform/Shell.h"
+#include "platform/core/Shell.h"
+#include "platform/widgets/Screen.h"
 #include "settings/clsLibrary.h"
 
 #include <QLabel>

@@ -4,8 +4,8 @@
 #include "TempStore.h"
 
 #include "picinfo/frmProps.h"
-#include "platform/Printer.h"
-#include "platform/RichTextBox.h"
+#include "platform/print/Printer.h"
+#include "platform/print/RichTextBox.h"
 #include "printing/PageSettings.h"
 #include "printing/Paper.h"
 #include "settings/clsLibrary.h"

@@ -2,8 +2,8 @@
 // show's timer once ended the program when the worker's thread couldn't start.
 // Handlers connected through platform::guarded end their failures themselves, and
 // what is swallowed is written to the "vistarro.skipped" category when it is on.
-#include "platform/Application.h"
-#include "platform/Error.h"
+#include "platform/core/Error.h"
+#include "platform/widgets/Application.h"
 
 #include <QLoggingCategory>
 #include <QTest>

@@ -4,7 +4,7 @@
 # start, drive and end the program. The check sets $vistarro (the program) and $store_tool
 # (vistarro-store) first.
 here=${here:-$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)}
-format_header="$here/../../src/platform/RegistryFormat.h"
+format_header="$here/../../src/platform/core/RegistryFormat.h"
 store="$XDG_CONFIG_HOME/ZUV Software Development/settings.sqlite"
 pictures="$work/pictures"
 mkdir -p "$pictures"
