@@ -60,9 +60,10 @@ QString describeCurrentFailure()
     try {
         throw;
     } catch (const Error& error) {
-        return QStringLiteral("error %1: %2").arg(error.number()).arg(error.description());
+        return QStringLiteral("error %1: %2").arg(QString::number(error.number()), error.description());
     } catch (const std::bad_alloc&) {
-        return QStringLiteral("error %1: %2").arg(err::OutOfMemory).arg(Error::textOf(err::OutOfMemory));
+        return QStringLiteral("error %1: %2")
+            .arg(QString::number(err::OutOfMemory), Error::textOf(err::OutOfMemory));
     } catch (const std::exception& failure) {
         return QString::fromLocal8Bit(failure.what());
     } catch (...) {
