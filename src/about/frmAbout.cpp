@@ -1,6 +1,7 @@
 #include "about/frmAbout.h"
 
 #include "platform/core/App.h"
+#include "platform/core/Error.h"
 #include "presentation/TXTSEP.h"
 #include "settings/StoreAndFileServices.h"
 
@@ -116,7 +117,7 @@ void frmAbout::createControls()
     TSEP2 = new zuv::TXTSEP(QString(), client);
     content->addWidget(TSEP2);
     BTNCLOSE = new QPushButton(QStringLiteral("&Close"), client);
-    connect(BTNCLOSE, &QPushButton::clicked, this, &frmAbout::BTNCLOSE_Click);
+    connect(BTNCLOSE, &QPushButton::clicked, this, platform::guarded(this, &frmAbout::BTNCLOSE_Click));
     content->addWidget(BTNCLOSE, 0, Qt::AlignRight);
     setCloseButton(BTNCLOSE);
 

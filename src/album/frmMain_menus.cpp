@@ -4,6 +4,7 @@
 #include "album/frmMain.h"
 
 #include "library/clsLibrary.h"
+#include "platform/core/Error.h"
 #include "presentation/ICOMNU.h"
 #include "presentation/StatusDescriptions.h"
 

@@ -67,18 +67,23 @@ void frmPopup::createMenus()
     MNUSELECTEDTOP->addSeparator()->setObjectName(QStringLiteral("MNUSELECTEDSEP2"));
     MNUSELECTEDPROPS = addNamedItem(MNUSELECTEDTOP, QStringLiteral("&Properties..."), "MNUSELECTEDPROPS");
 
-    connect(MNUFOUNDPREVIEW, &QAction::triggered, this, &frmPopup::PREVIEWFOUND);
-    connect(MNUFOUNDADD, &QAction::triggered, this, [] { Forms::get<frmMain>().ADD(); });
-    connect(MNUFOUNDADDALL, &QAction::triggered, this, [] { Forms::get<frmMain>().ADDALL(); });
-    connect(MNUFOUNDPROPS, &QAction::triggered, this, &frmPopup::MNUFOUNDPROPS_Click);
-    connect(MNUSELECTEDPREVIEW, &QAction::triggered, this, &frmPopup::PREVIEWSELECTED);
-    connect(MNUSELECTEDCLEAR, &QAction::triggered, this, [] {
-        frmMain& main = Forms::get<frmMain>();
-        main.CLEAR();
-        main.SELECTCHK();
-    });
-    connect(MNUSELECTEDCLEARALL, &QAction::triggered, this, [] { Forms::get<frmMain>().CLEARALL(); });
-    connect(MNUSELECTEDPROPS, &QAction::triggered, this, &frmPopup::MNUSELECTEDPROPS_Click);
+    connect(MNUFOUNDPREVIEW, &QAction::triggered, this, platform::guarded(this, &frmPopup::PREVIEWFOUND));
+    connect(MNUFOUNDADD, &QAction::triggered, this, platform::guarded([] { Forms::get<frmMain>().ADD(); }));
+    connect(MNUFOUNDADDALL, &QAction::triggered, this,
+            platform::guarded([] { Forms::get<frmMain>().ADDALL(); }));
+    connect(MNUFOUNDPROPS, &QAction::triggered, this,
+            platform::guarded(this, &frmPopup::MNUFOUNDPROPS_Click));
+    connect(MNUSELECTEDPREVIEW, &QAction::triggered, this,
+            platform::guarded(this, &frmPopup::PREVIEWSELECTED));
+    connect(MNUSELECTEDCLEAR, &QAction::triggered, this, platform::guarded([] {
+                frmMain& main = Forms::get<frmMain>();
+                main.CLEAR();
+                main.SELECTCHK();
+            }));
+    connect(MNUSELECTEDCLEARALL, &QAction::triggered, this,
+            platform::guarded([] { Forms::get<frmMain>().CLEARALL(); }));
+    connect(MNUSELECTEDPROPS, &QAction::triggered, this,
+            platform::guarded(this, &frmPopup::MNUSELECTEDPROPS_Click));
 }
 
 // A list without a current item has nothing to preview or show.

@@ -3,6 +3,7 @@
 #include "picinfo/frmProps.h"
 
 #include "picinfo/PictureServices.h"
+#include "platform/core/Error.h"
 #include "platform/core/ImageHeader.h"
 #include "platform/widgets/Fonts.h"
 #include "presentation/PANEL.h"
@@ -87,7 +88,7 @@ void frmProps::createControls()
 
     PANEL1 = new zuv::PANEL(client);
     BTNCLOSE = new QPushButton(QStringLiteral("&Close"), PANEL1);
-    connect(BTNCLOSE, &QPushButton::clicked, this, &frmProps::BTNCLOSE_Click);
+    connect(BTNCLOSE, &QPushButton::clicked, this, platform::guarded(this, &frmProps::BTNCLOSE_Click));
     setCloseButton(BTNCLOSE);
 
     // Everything above the panel is laid out; the panel keeps to the bottom itself.

@@ -31,19 +31,11 @@
 
 #include <algorithm>
 
-using platform::resumeNext;
 using platform::twips;
 
 namespace {
 
 const QString Document = QStringLiteral("document");
-
-// A click of the toolkit's making: there is nothing above the handler to hand a
-// failure to, so it ends there.
-template <typename Handler> auto quietly(Handler handler)
-{
-    return [handler] { resumeNext(handler); };
-}
 
 } // namespace
 
@@ -213,36 +205,40 @@ void frmPPrev::createStatusBar()
 
 void frmPPrev::connectEvents()
 {
-    connect(MNUFILEPRINT, &QAction::triggered, this, quietly([this] { MNUFILEPRINT_Click(); }));
-    connect(MNUFILEEXIT, &QAction::triggered, this, quietly([this] { MNUFILEEXIT_Click(); }));
-    connect(MNUVIEWTOOLBAR, &QAction::triggered, this, quietly([this] { MNUVIEWTOOLBAR_Click(); }));
-    connect(MNUVIEWSTATUSBAR, &QAction::triggered, this, quietly([this] { MNUVIEWSTATUSBAR_Click(); }));
-    connect(MNUHELPABOUT, &QAction::triggered, this, quietly([this] { MNUHELPABOUT_Click(); }));
-    connect(MNUVIEWFIRST, &QAction::triggered, this, quietly([] { clsPrinting::instance().PAGESTART(); }));
+    connect(MNUFILEPRINT, &QAction::triggered, this, platform::guarded([this] { MNUFILEPRINT_Click(); }));
+    connect(MNUFILEEXIT, &QAction::triggered, this, platform::guarded([this] { MNUFILEEXIT_Click(); }));
+    connect(MNUVIEWTOOLBAR, &QAction::triggered, this, platform::guarded([this] { MNUVIEWTOOLBAR_Click(); }));
+    connect(MNUVIEWSTATUSBAR, &QAction::triggered, this,
+            platform::guarded([this] { MNUVIEWSTATUSBAR_Click(); }));
+    connect(MNUHELPABOUT, &QAction::triggered, this, platform::guarded([this] { MNUHELPABOUT_Click(); }));
+    connect(MNUVIEWFIRST, &QAction::triggered, this,
+            platform::guarded([] { clsPrinting::instance().PAGESTART(); }));
     connect(MNUVIEWPREVIOUS, &QAction::triggered, this,
-            quietly([] { clsPrinting::instance().PAGEPREVIOUS(); }));
-    connect(MNUVIEWNEXT, &QAction::triggered, this, quietly([] { clsPrinting::instance().PAGENEXT(); }));
-    connect(MNUVIEWLAST, &QAction::triggered, this, quietly([] { clsPrinting::instance().PAGEEND(); }));
+            platform::guarded([] { clsPrinting::instance().PAGEPREVIOUS(); }));
+    connect(MNUVIEWNEXT, &QAction::triggered, this,
+            platform::guarded([] { clsPrinting::instance().PAGENEXT(); }));
+    connect(MNUVIEWLAST, &QAction::triggered, this,
+            platform::guarded([] { clsPrinting::instance().PAGEEND(); }));
     // Each zoom item shows its step in the zoom list, whose Click applies it.
     const QList<QAction*> items = zoomItems();
     for (qsizetype i = 0; i < items.size(); ++i) {
         const QString step = zoomSteps().at(i);
-        connect(items.at(i), &QAction::triggered, this, quietly([this, step] { CBOPGZOOM->setText(step); }));
+        connect(items.at(i), &QAction::triggered, this,
+                platform::guarded([this, step] { CBOPGZOOM->setText(step); }));
     }
     connect(TBARMAIN, &platform::Toolbar::ButtonClick, this,
-            [this](const QString& key) { resumeNext([&] { TBARMAIN_ButtonClick(key); }); });
+            platform::guarded(this, &frmPPrev::TBARMAIN_ButtonClick));
 
     CBOPGNO->onClick([this] { CBOPGNO_Click(); });
     CBOPGZOOM->onClick([] { clsPrinting::instance().ZOOMSEL(); });
-    connect(SCRHBAR, &QScrollBar::valueChanged, this, quietly([this] { SCRHBAR_Change(); }));
-    connect(SCRVBAR, &QScrollBar::valueChanged, this, quietly([this] { SCRVBAR_Change(); }));
+    connect(SCRHBAR, &QScrollBar::valueChanged, this, platform::guarded([this] { SCRHBAR_Change(); }));
+    connect(SCRVBAR, &QScrollBar::valueChanged, this, platform::guarded([this] { SCRVBAR_Change(); }));
 
     auto* window = new platform::ControlEvents(PICWINDOW);
-    connect(window, &platform::ControlEvents::KeyUp, this, &frmPPrev::PREVIEWKEYS);
+    connect(window, &platform::ControlEvents::KeyUp, this, platform::guarded(this, &frmPPrev::PREVIEWKEYS));
     auto* image = new platform::ControlEvents(IMGPREVIEW);
-    connect(image, &platform::ControlEvents::MouseUp, this, [this](int button, int shift, float x, float y) {
-        resumeNext([&] { IMGPREVIEW_MouseUp(button, shift, x, y); });
-    });
+    connect(image, &platform::ControlEvents::MouseUp, this,
+            platform::guarded(this, &frmPPrev::IMGPREVIEW_MouseUp));
 }
 
 // The descriptions of the menu items go to the status bar of the window that

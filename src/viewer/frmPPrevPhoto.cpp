@@ -26,7 +26,7 @@ frmPPrevPhoto::frmPPrevPhoto() : Form(QStringLiteral("frmPPrevPhoto"))
     twips(BTNCLOSE).setWidth(1125);
     twips(BTNCLOSE).setHeight(345);
     setCloseButton(BTNCLOSE);
-    connect(BTNCLOSE, &QPushButton::clicked, this, &frmPPrevPhoto::BTNCLOSE_Click);
+    connect(BTNCLOSE, &QPushButton::clicked, this, platform::guarded(this, &frmPPrevPhoto::BTNCLOSE_Click));
     setWindowState(2);
 }
 
