@@ -2,10 +2,12 @@
 // folder, adding all of it, starting with a big album, and the single store reads
 // and writes they are made of. Each benchmark builds its own data in a temporary
 // folder and points the store at a temporary config home.
+#include "album/MainSettings.h"
 #include "album/frmMain.h"
 #include "platform/core/Registry.h"
 #include "platform/widgets/FolderTree.h"
 #include "platform/widgets/ListView.h"
+#include "settings/AlbumStore.h"
 #include "settings/clsLibrary.h"
 
 #include <QApplication>
@@ -148,8 +150,8 @@ void BM_AddAll(benchmark::State& state)
         state.ResumeTiming();
         form.ADDALL();
         state.PauseTiming();
-        if (read(frmMain::albumCountKey(), QStringLiteral("Items")) != QString::number(Pictures) ||
-            read(frmMain::albumSlotsKey(), QString::number(Pictures)) != picturePath(Pictures - 1))
+        if (read(AlbumStore::countKey(), AlbumStore::countName()) != QString::number(Pictures) ||
+            read(AlbumStore::slotsKey(), AlbumStore::slotName(Pictures)) != picturePath(Pictures - 1))
             state.SkipWithError("the album isn't in the store");
         unloadMainWindow();
         state.ResumeTiming();
@@ -167,10 +169,10 @@ void BM_StartWithAlbum(benchmark::State& state)
 {
     const BigFolder& folder = bigFolder();
     FreshStore store;
-    write(frmMain::albumCountKey(), QStringLiteral("Items"), QString::number(Pictures));
+    write(AlbumStore::countKey(), AlbumStore::countName(), QString::number(Pictures));
     for (int i = 1; i <= Pictures; ++i)
-        write(frmMain::albumSlotsKey(), QString::number(i), picturePath(i - 1));
-    write(frmMain::preferencesKey(), QStringLiteral("Files Location"), folder.pictures + QLatin1Char('/'));
+        write(AlbumStore::slotsKey(), AlbumStore::slotName(i), picturePath(i - 1));
+    write(album::preferencesKey(), QStringLiteral("Files Location"), folder.pictures + QLatin1Char('/'));
     unloadMainWindow();
     for (auto _ : state) {
         frmMain& form = Forms::get<frmMain>();
@@ -195,11 +197,11 @@ void BM_RegStrWrite(benchmark::State& state)
 {
     FreshStore store;
     for (int i = 1; i <= Pictures; ++i)
-        write(frmMain::albumSlotsKey(), QString::number(i), picturePath(i - 1));
+        write(AlbumStore::slotsKey(), AlbumStore::slotName(i), picturePath(i - 1));
     int slot = 0;
     for (auto _ : state) {
         slot = slot % Pictures + 1;
-        write(frmMain::albumSlotsKey(), QString::number(slot), picturePath(Pictures - slot));
+        write(AlbumStore::slotsKey(), AlbumStore::slotName(slot), picturePath(Pictures - slot));
     }
 }
 BENCHMARK(BM_RegStrWrite)->Unit(benchmark::kMicrosecond)->Repetitions(5)->ReportAggregatesOnly(true);
@@ -209,11 +211,11 @@ void BM_RegStrRead(benchmark::State& state)
 {
     FreshStore store;
     for (int i = 1; i <= Pictures; ++i)
-        write(frmMain::albumSlotsKey(), QString::number(i), picturePath(i - 1));
+        write(AlbumStore::slotsKey(), AlbumStore::slotName(i), picturePath(i - 1));
     int slot = 0;
     for (auto _ : state) {
         slot = slot % Pictures + 1;
-        benchmark::DoNotOptimize(read(frmMain::albumSlotsKey(), QString::number(slot)));
+        benchmark::DoNotOptimize(read(AlbumStore::slotsKey(), AlbumStore::slotName(slot)));
     }
 }
 BENCHMARK(BM_RegStrRead)->Unit(benchmark::kMicrosecond)->Repetitions(5)->ReportAggregatesOnly(true);

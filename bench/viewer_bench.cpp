@@ -11,7 +11,7 @@
 // the benchmarks write the pictures into a temporary folder first.
 #include "platform/core/Registry.h"
 #include "platform/widgets/Form.h"
-#include "settings/clsLibrary.h"
+#include "settings/AlbumStore.h"
 #include "viewer/PicturePrefetch.h"
 #include "viewer/frmScreen.h"
 
@@ -94,21 +94,17 @@ const QStringList& pictures()
 }
 
 // A store of its own holding an album of the pictures.
-class AlbumStore {
+class AlbumInStore {
 public:
-    explicit AlbumStore(const QStringList& paths)
+    explicit AlbumInStore(const QStringList& paths)
     {
         qputenv("XDG_CONFIG_HOME", dir_.path().toUtf8());
         platform::Registry::instance().reopen();
-        auto& library = clsLibrary::instance();
-        const QString key = clsLibrary::programKey() + QStringLiteral("\\fPICTURES");
-        library.REGSTRWRITE(clsLibrary::currentUserKey(), key + QStringLiteral("\\Items"),
-                            QStringLiteral("Items"), QString::number(paths.size()));
+        AlbumStore::setCount(int32_t(paths.size()));
         for (int n = 1; n <= paths.size(); ++n)
-            library.REGSTRWRITE(clsLibrary::currentUserKey(), key + QStringLiteral("\\Selection"),
-                                QString::number(n), paths[n - 1]);
+            AlbumStore::setSlot(n, paths[n - 1]);
     }
-    ~AlbumStore() { platform::Registry::instance().reopen(); }
+    ~AlbumInStore() { platform::Registry::instance().reopen(); }
 
 private:
     QTemporaryDir dir_;
@@ -175,7 +171,7 @@ BENCHMARK(BM_Djpeg)->Unit(benchmark::kMillisecond)->Iterations(3)->Repetitions(7
 // From the show's start to its first picture painted: nothing was decoded ahead.
 void BM_FirstPicture(benchmark::State& state)
 {
-    AlbumStore album(pictures());
+    AlbumInStore album(pictures());
     Form main(QStringLiteral("frmMain"));
     Forms::setMainForm(&main);
     for (auto _ : state) {
@@ -210,7 +206,7 @@ double percentile(std::vector<double> values, double share)
 // two steps allow). Each run takes StepsPerRun steps round the album.
 void BM_StepWithPrefetch(benchmark::State& state)
 {
-    AlbumStore album(pictures());
+    AlbumInStore album(pictures());
     Form main(QStringLiteral("frmMain"));
     Forms::setMainForm(&main);
     for (auto _ : state) {
@@ -252,7 +248,7 @@ BENCHMARK(BM_StepWithPrefetch)
 // prints the peak resident memory with the size of one decoded picture.
 int play(const QString& folder, int steps)
 {
-    AlbumStore album(picturePaths(folder));
+    AlbumInStore album(picturePaths(folder));
     Form main(QStringLiteral("frmMain"));
     Forms::setMainForm(&main);
     frmScreen& form = startShow();

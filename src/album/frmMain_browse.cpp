@@ -2,6 +2,8 @@
 // heading and is remembered for the next start. Only names are read.
 #include "album/frmMain.h"
 
+#include "album/MainSettings.h"
+
 #include "platform/core/Error.h"
 #include "platform/widgets/ListView.h"
 #include "settings/clsLibrary.h"
@@ -30,8 +32,5 @@ void frmMain::FTVBROWSE_FolderChanged(const QString& path)
     COUNTSHOW();
     if (keepStoredFolder)
         return;
-    resumeNext([&] {
-        writeSetting(preferencesKey(), QStringLiteral("Files Location"),
-                     clsLibrary::instance().FILENAMELENCHK(path));
-    });
+    resumeNext([&] { album::FilesLocation.write(clsLibrary::instance().FILENAMELENCHK(path)); });
 }

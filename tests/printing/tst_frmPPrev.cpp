@@ -16,6 +16,7 @@
 #include "platform/widgets/StatusBar.h"
 #include "platform/widgets/Toolbar.h"
 #include "platform/widgets/Twips.h"
+#include "printing/PageSettings.h"
 #include "printing/clsPrinting.h"
 #include "printing/frmPPrev.h"
 #include "settings/clsLibrary.h"
@@ -59,13 +60,13 @@ QString lines(int count)
 
 QString stored(const QString& item)
 {
-    return clsLibrary::instance().REGSTRREAD(clsLibrary::currentUserKey(), frmPPrev::settingsKey(), item,
+    return clsLibrary::instance().REGSTRREAD(clsLibrary::currentUserKey(), printing::previewKey(), item,
                                              QStringLiteral("(none)"));
 }
 
 void store(const QString& item, const QString& value)
 {
-    clsLibrary::instance().REGSTRWRITE(clsLibrary::currentUserKey(), frmPPrev::settingsKey(), item, value);
+    clsLibrary::instance().REGSTRWRITE(clsLibrary::currentUserKey(), printing::previewKey(), item, value);
 }
 
 int page(const frmPPrev& form)
