@@ -2,13 +2,17 @@
 // folder, adding all of it, starting with a big album, and the single store reads
 // and writes they are made of. Each benchmark builds its own data in a temporary
 // folder and points the store at a temporary config home.
+#include "FormSupport.h"
+#include "Stored.h"
+#include "TempStore.h"
+
 #include "album/MainSettings.h"
 #include "album/frmMain.h"
+#include "library/clsLibrary.h"
 #include "platform/core/Registry.h"
 #include "platform/widgets/FolderTree.h"
 #include "platform/widgets/ListView.h"
 #include "settings/AlbumStore.h"
-#include "settings/clsLibrary.h"
 
 #include <QApplication>
 #include <QFile>
@@ -56,29 +60,9 @@ const BigFolder& bigFolder()
     return folder;
 }
 
-// A store of its own under a temporary config home.
-class FreshStore {
-public:
-    FreshStore()
-    {
-        qputenv("XDG_CONFIG_HOME", dir_.path().toUtf8());
-        platform::Registry::instance().reopen();
-    }
-    ~FreshStore() { platform::Registry::instance().reopen(); }
-
-private:
-    QTemporaryDir dir_;
-};
-
-void unloadMainWindow()
-{
-    Forms::unload<frmMain>();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-}
-
 frmMain& freshMainWindow()
 {
-    unloadMainWindow();
+    testsupport::unloadForms<frmMain>();
     return Forms::get<frmMain>();
 }
 
@@ -89,7 +73,7 @@ void write(const QString& key, const QString& item, const QString& data)
 
 QString read(const QString& key, const QString& item)
 {
-    return clsLibrary::instance().REGSTRREAD(clsLibrary::currentUserKey(), key, item, QString());
+    return testsupport::stored(key, item, QString());
 }
 
 QString picturePath(int i)
@@ -117,7 +101,7 @@ BENCHMARK(BM_BareListing)->Unit(benchmark::kMillisecond)->Repetitions(5)->Report
 void BM_ChangeFolder(benchmark::State& state)
 {
     const BigFolder& folder = bigFolder();
-    FreshStore store;
+    TempStore store;
     frmMain& form = freshMainWindow();
     form.Show();
     QCoreApplication::processEvents();
@@ -131,7 +115,7 @@ void BM_ChangeFolder(benchmark::State& state)
     }
     if (form.LVWFOUND->ListItems().Count() != Pictures)
         state.SkipWithError("the found list doesn't hold the pictures");
-    unloadMainWindow();
+    testsupport::unloadForms<frmMain>();
 }
 BENCHMARK(BM_ChangeFolder)
     ->Unit(benchmark::kMillisecond)
@@ -144,7 +128,7 @@ void BM_AddAll(benchmark::State& state)
     const BigFolder& folder = bigFolder();
     for (auto _ : state) {
         state.PauseTiming();
-        FreshStore store;
+        TempStore store;
         frmMain& form = freshMainWindow();
         form.FTVBROWSE->setSelectedfolder(folder.pictures);
         state.ResumeTiming();
@@ -153,7 +137,7 @@ void BM_AddAll(benchmark::State& state)
         if (read(AlbumStore::countKey(), AlbumStore::countName()) != QString::number(Pictures) ||
             read(AlbumStore::slotsKey(), AlbumStore::slotName(Pictures)) != picturePath(Pictures - 1))
             state.SkipWithError("the album isn't in the store");
-        unloadMainWindow();
+        testsupport::unloadForms<frmMain>();
         state.ResumeTiming();
     }
 }
@@ -168,12 +152,12 @@ BENCHMARK(BM_AddAll)
 void BM_StartWithAlbum(benchmark::State& state)
 {
     const BigFolder& folder = bigFolder();
-    FreshStore store;
+    TempStore store;
     write(AlbumStore::countKey(), AlbumStore::countName(), QString::number(Pictures));
     for (int i = 1; i <= Pictures; ++i)
         write(AlbumStore::slotsKey(), AlbumStore::slotName(i), picturePath(i - 1));
     write(album::preferencesKey(), QStringLiteral("Files Location"), folder.pictures + QLatin1Char('/'));
-    unloadMainWindow();
+    testsupport::unloadForms<frmMain>();
     for (auto _ : state) {
         frmMain& form = Forms::get<frmMain>();
         form.Show();
@@ -181,7 +165,7 @@ void BM_StartWithAlbum(benchmark::State& state)
         state.PauseTiming();
         if (form.LSTSELECTED->ListItems().Count() != Pictures)
             state.SkipWithError("the album didn't load");
-        unloadMainWindow();
+        testsupport::unloadForms<frmMain>();
         state.ResumeTiming();
     }
 }
@@ -195,7 +179,7 @@ BENCHMARK(BM_StartWithAlbum)
 // album of ten thousand.
 void BM_RegStrWrite(benchmark::State& state)
 {
-    FreshStore store;
+    TempStore store;
     for (int i = 1; i <= Pictures; ++i)
         write(AlbumStore::slotsKey(), AlbumStore::slotName(i), picturePath(i - 1));
     int slot = 0;
@@ -209,7 +193,7 @@ BENCHMARK(BM_RegStrWrite)->Unit(benchmark::kMicrosecond)->Repetitions(5)->Report
 // One read of a slot, as the show makes it at every step.
 void BM_RegStrRead(benchmark::State& state)
 {
-    FreshStore store;
+    TempStore store;
     for (int i = 1; i <= Pictures; ++i)
         write(AlbumStore::slotsKey(), AlbumStore::slotName(i), picturePath(i - 1));
     int slot = 0;
@@ -230,6 +214,6 @@ int main(int argc, char** argv)
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
-    unloadMainWindow();
+    testsupport::unloadForms<frmMain>();
     return 0;
 }

@@ -9,6 +9,10 @@
 //
 // VISTARRO_BENCH_JPEGS names a folder that --write-pictures has filled; without it
 // the benchmarks write the pictures into a temporary folder first.
+#include "FormSupport.h"
+#include "TempStore.h"
+
+#include "library/clsLibrary.h"
 #include "platform/core/Registry.h"
 #include "platform/widgets/Form.h"
 #include "settings/AlbumStore.h"
@@ -98,16 +102,13 @@ class AlbumInStore {
 public:
     explicit AlbumInStore(const QStringList& paths)
     {
-        qputenv("XDG_CONFIG_HOME", dir_.path().toUtf8());
-        platform::Registry::instance().reopen();
         AlbumStore::setCount(int32_t(paths.size()));
         for (int n = 1; n <= paths.size(); ++n)
             AlbumStore::setSlot(n, paths[n - 1]);
     }
-    ~AlbumInStore() { platform::Registry::instance().reopen(); }
 
 private:
-    QTemporaryDir dir_;
+    TempStore store_;
 };
 
 // Counts the paints of the picture, to be sure a step ends with it on the screen.
@@ -136,8 +137,7 @@ frmScreen& startShow()
 // background of the next measurement.
 void leaveShow()
 {
-    Forms::unload<frmScreen>();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    testsupport::unloadForms<frmScreen>();
     PicturePrefetch::waitForWorker();
 }
 

@@ -35,12 +35,12 @@ function(vistarro_write_layer_graph file)
 endfunction()
 
 # Every tests/<folder>/tst_*.cpp is a test of its own, linked against the folder's
-# library and run headless.
+# library and the test support (tests/support), run headless and unattended.
 function(vistarro_folder_tests folder)
   file(GLOB tests CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/tests/${folder}/tst_*.cpp")
   foreach(test_source ${tests})
     get_filename_component(name "${test_source}" NAME_WE)
-    add_executable(${name} "${test_source}")
+    add_executable(${name} "${test_source}" $<TARGET_OBJECTS:vistarro_testrun>)
     target_link_libraries(${name} PRIVATE vistarro_${folder} vistarro_testsupport Qt6::Test)
     add_test(NAME ${folder}/${name} COMMAND ${name})
     set_tests_properties(${folder}/${name} PROPERTIES

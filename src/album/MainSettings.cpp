@@ -1,6 +1,6 @@
 #include "album/MainSettings.h"
 
-#include "settings/clsLibrary.h"
+#include "library/clsLibrary.h"
 
 namespace album {
 

@@ -3,10 +3,10 @@
 #include "album/frmMain.h"
 
 #include "album/MainSettings.h"
-
+#include "library/clsLibrary.h"
 #include "platform/core/Error.h"
+#include "platform/widgets/FolderTree.h"
 #include "platform/widgets/ListView.h"
-#include "settings/clsLibrary.h"
 
 using platform::resumeNext;
 
@@ -33,4 +33,12 @@ void frmMain::FTVBROWSE_FolderChanged(const QString& path)
     if (keepStoredFolder)
         return;
     resumeNext([&] { album::FilesLocation.write(clsLibrary::instance().FILENAMELENCHK(path)); });
+}
+
+std::optional<QString> frmMain::currentFoundPath() const
+{
+    const platform::ListView::ListItem current = LVWFOUND->SelectedItem();
+    if (current.isNull())
+        return std::nullopt;
+    return clsLibrary::instance().FILENAMELENCHK(FTVBROWSE->selectedfolder()) + current.Text();
 }

@@ -8,7 +8,7 @@
 #include "printing/PageSettings.h"
 #include "printing/clsPrinting.h"
 #include "printing/frmPPrev.h"
-#include "settings/clsLibrary.h"
+#include "settings/StoreAndFileServices.h"
 
 #include <QLineEdit>
 
@@ -20,7 +20,7 @@ using platform::resumeNext;
 void frmProps::UPDATEDOCINFO(const QString& path, const QString& TXTRTFSRC, const QString& /*TXTRTFSELSRC*/,
                              QWidget* RTFBOXSRC)
 {
-    clsLibrary& library = clsLibrary::instance();
+    StoreAndFileServices& library = StoreAndFileServices::instance();
     auto* box = qobject_cast<platform::RichTextBox*>(RTFBOXSRC);
     resumeNext([&] { TXTDOCPATH->setText(path); });
     resumeNext([&] { TXTWORDS->setText(QString::number(library.WORDCOUNT(TXTRTFSRC))); });

@@ -3,13 +3,13 @@
 #include "platform/core/App.h"
 #include "platform/print/CommonDialog.h"
 #include "platform/widgets/Form.h"
-#include "settings/clsLibrary.h"
+#include "settings/StoreAndFileServices.h"
 
 namespace printing {
 
 QString previewKey()
 {
-    return clsLibrary::companyKey() + QStringLiteral("\\GLOBAL\\frmPPrev\\Items");
+    return StoreAndFileServices::companyKey() + QStringLiteral("\\GLOBAL\\frmPPrev\\Items");
 }
 
 QString marginName(int number)
@@ -19,12 +19,12 @@ QString marginName(int number)
 
 QString headerKey()
 {
-    return clsLibrary::programKey() + QStringLiteral("\\frmPPrev\\Items\\Header");
+    return StoreAndFileServices::programKey() + QStringLiteral("\\frmPPrev\\Items\\Header");
 }
 
 QString footerKey()
 {
-    return clsLibrary::programKey() + QStringLiteral("\\frmPPrev\\Items\\Footer");
+    return StoreAndFileServices::programKey() + QStringLiteral("\\frmPPrev\\Items\\Footer");
 }
 
 QString defaultTitle()
@@ -34,7 +34,7 @@ QString defaultTitle()
 
 QString defaultField1()
 {
-    return clsLibrary::instance().GETCOMPANYNAME();
+    return StoreAndFileServices::instance().GETCOMPANYNAME();
 }
 
 QString defaultField2()

@@ -8,8 +8,9 @@
 #include "platform/print/Printer.h"
 #include "platform/print/RichTextBox.h"
 #include "printing/PageSettings.h"
+#include "printing/PrintServices.h"
 #include "printing/frmPPrev.h"
-#include "settings/clsLibrary.h"
+#include "settings/StoreAndFileServices.h"
 
 #include <algorithm>
 
@@ -154,9 +155,9 @@ void clsPrinting::PRINTDOCUMENT(Form* FORMNAME, platform::RichTextBox* RICHTEXT1
         const int16_t bottom = wholeInches(MARGINBOTTOM);
         PAGECOUNT(FORMNAME, 1, left, top, right, bottom);
         if (!HIDEDIALOG) {
-            clsLibrary::instance().HOOKFRMLOAD();
+            PrintServices::instance().HOOKFRMLOAD();
             dialog.ShowPrinter();
-            clsLibrary::instance().HOOKFRMUNLOAD();
+            PrintServices::instance().HOOKFRMUNLOAD();
         }
         // The printer may have changed in the dialog: its page sets the rectangles.
         DEVICESETUP(left, top, right, bottom);
@@ -215,7 +216,7 @@ void clsPrinting::PRINTDOCUMENT(Form* FORMNAME, platform::RichTextBox* RICHTEXT1
         printer.Print(QString());
         page = 1;
         for (;;) {
-            clsLibrary::instance().PAGEHEADERFOOTERINFO(
+            PrintServices::instance().PAGEHEADERFOOTERINFO(
                 QString::number(page), fractionToTwips(MARGINLEFT), fractionToTwips(MARGINTOP),
                 fractionToTwips(MARGINBOTTOM), fractionToTwips(MARGINRIGHT));
             const int32_t start = FRPRINT.chrg.cpMin;

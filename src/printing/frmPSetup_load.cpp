@@ -5,10 +5,11 @@
 #include "platform/core/Conversions.h"
 #include "platform/core/Error.h"
 #include "platform/print/Printer.h"
+#include "presentation/PresentationServices.h"
 #include "presentation/SPIN.h"
 #include "printing/PageSettings.h"
 #include "printing/Paper.h"
-#include "settings/clsLibrary.h"
+#include "settings/StoreAndFileServices.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -90,7 +91,7 @@ constexpr std::array<size_t, SwitchCount> WriteOrder = {2, 3, 1, 0, 4, 5, 6, 7, 
 // last steps undo what those handlers did to the dialog's own state.
 void frmPSetup::Form_Load()
 {
-    clsLibrary& library = clsLibrary::instance();
+    StoreAndFileServices& library = StoreAndFileServices::instance();
     platform::Printer& printer = platform::currentPrinter();
     PRINTERAPPLY = false;
 
@@ -142,7 +143,7 @@ void frmPSetup::Form_Load()
     if (!PSETUPORIENT.isEmpty())
         ORIENTTEXT = numberIn(PSETUPORIENT);
     BTNOK->setEnabled(false);
-    library.STATUSBARCAPTION(Forms::mainForm(), QString(), 0);
+    PresentationServices::instance().STATUSBARCAPTION(Forms::mainForm(), QString(), 0);
     const QString rows = QStringLiteral("15");
     resumeNext([&] { library.COMBOINIT(QString(), rows, CBOPAPER, false); });
     resumeNext([&] { library.COMBOINIT(QString(), rows, CBOPRINTERS, false); });

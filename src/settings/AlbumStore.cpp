@@ -2,11 +2,11 @@
 
 #include "platform/core/Conversions.h"
 #include "platform/core/Registry.h"
-#include "settings/clsLibrary.h"
+#include "settings/StoreAndFileServices.h"
 
 QString AlbumStore::countKey()
 {
-    return clsLibrary::programKey() + QStringLiteral("\\fPICTURES\\Items");
+    return StoreAndFileServices::programKey() + QStringLiteral("\\fPICTURES\\Items");
 }
 
 QString AlbumStore::countName()
@@ -16,7 +16,7 @@ QString AlbumStore::countName()
 
 QString AlbumStore::slotsKey()
 {
-    return clsLibrary::programKey() + QStringLiteral("\\fPICTURES\\Selection");
+    return StoreAndFileServices::programKey() + QStringLiteral("\\fPICTURES\\Selection");
 }
 
 QString AlbumStore::slotName(int32_t slot)
@@ -26,25 +26,26 @@ QString AlbumStore::slotName(int32_t slot)
 
 QString AlbumStore::count()
 {
-    return clsLibrary::instance().REGSTRREAD(clsLibrary::currentUserKey(), countKey(), countName(),
-                                             QStringLiteral("0"));
+    return StoreAndFileServices::instance().REGSTRREAD(StoreAndFileServices::currentUserKey(), countKey(),
+                                                       countName(), QStringLiteral("0"));
 }
 
 QString AlbumStore::slot(int32_t slot, const QString& absent)
 {
-    return clsLibrary::instance().REGSTRREAD(clsLibrary::currentUserKey(), slotsKey(), slotName(slot),
-                                             absent);
+    return StoreAndFileServices::instance().REGSTRREAD(StoreAndFileServices::currentUserKey(), slotsKey(),
+                                                       slotName(slot), absent);
 }
 
 bool AlbumStore::setCount(int32_t count)
 {
-    return clsLibrary::instance().REGSTRWRITE(clsLibrary::currentUserKey(), countKey(), countName(),
-                                              platform::numberText(count));
+    return StoreAndFileServices::instance().REGSTRWRITE(StoreAndFileServices::currentUserKey(), countKey(),
+                                                        countName(), platform::numberText(count));
 }
 
 bool AlbumStore::setSlot(int32_t slot, const QString& path)
 {
-    return clsLibrary::instance().REGSTRWRITE(clsLibrary::currentUserKey(), slotsKey(), slotName(slot), path);
+    return StoreAndFileServices::instance().REGSTRWRITE(StoreAndFileServices::currentUserKey(), slotsKey(),
+                                                        slotName(slot), path);
 }
 
 int32_t AlbumStore::highestSlot()

@@ -1,6 +1,6 @@
 #include "settings/StoredSetting.h"
 
-#include "settings/clsLibrary.h"
+#include "settings/StoreAndFileServices.h"
 
 QString StoredSetting::defaultValue() const
 {
@@ -13,12 +13,13 @@ QString StoredSetting::read() const
 {
     // The default first: one known only at run time may read the store itself.
     const QString absent = defaultValue();
-    return clsLibrary::instance().REGSTRREAD(clsLibrary::currentUserKey(), key(), QString::fromLatin1(name),
-                                             absent);
+    return StoreAndFileServices::instance().REGSTRREAD(StoreAndFileServices::currentUserKey(), key(),
+                                                       QString::fromLatin1(name), absent);
 }
 
 bool StoredSetting::write(const QString& data) const
 {
-    return clsLibrary::instance().REGSTRWRITE(clsLibrary::currentUserKey(), key(),
-                                              QString::fromLatin1(writtenName ? writtenName : name), data);
+    return StoreAndFileServices::instance().REGSTRWRITE(StoreAndFileServices::currentUserKey(), key(),
+                                                        QString::fromLatin1(writtenName ? writtenName : name),
+                                                        data);
 }

@@ -7,7 +7,7 @@
 #include "platform/core/Picture.h"
 #include "platform/widgets/Screen.h"
 #include "settings/AlbumStore.h"
-#include "settings/clsLibrary.h"
+#include "settings/StoreAndFileServices.h"
 
 #include <QCoreApplication>
 #include <QGuiApplication>
@@ -21,6 +21,7 @@ using platform::resumeNext;
 
 namespace {
 
+// The worker converts with the twips per pixel it was given, not the screen's.
 int toPixels(float twips, float twipsPerPixel)
 {
     return qRound(twips / twipsPerPixel);
@@ -29,17 +30,17 @@ int toPixels(float twips, float twipsPerPixel)
 // A child control placed in twips on the form.
 void setControlLeft(QWidget* control, float twips)
 {
-    control->move(toPixels(twips, platform::Screen::TwipsPerPixelX()), control->y());
+    control->move(platform::Screen::pixelsX(twips), control->y());
 }
 
 void setControlTop(QWidget* control, float twips)
 {
-    control->move(control->x(), toPixels(twips, platform::Screen::TwipsPerPixelY()));
+    control->move(control->x(), platform::Screen::pixelsY(twips));
 }
 
 void setControlWidth(QWidget* control, float twips)
 {
-    control->resize(toPixels(twips, platform::Screen::TwipsPerPixelX()), control->height());
+    control->resize(platform::Screen::pixelsX(twips), control->height());
 }
 
 // Where a picture starts that is centred on the whole screen: an exact halving in
@@ -118,7 +119,7 @@ void frmScreen::SHOWPICTURE()
 {
     resumeNext([&] { PICPATH = AlbumStore::slot(PICNUM, QStringLiteral("1")); });
     bool exists = false;
-    resumeNext([&] { exists = clsLibrary::instance().FILEEXISTS(PICPATH); });
+    resumeNext([&] { exists = StoreAndFileServices::instance().FILEEXISTS(PICPATH); });
     if (exists) {
         resumeNext([&] { setPicture(PICPATH, pictures_->load(PICPATH, visiblePart())); });
         FINDNAME();
@@ -147,8 +148,8 @@ void frmScreen::setPicture(const QString& path, platform::PicturePart picture)
     const QSizeF size = QSizeF(picture.size) / ratio;
     IMGMAIN->setPart(pixmap, picture.part.topLeft());
     IMGMAIN->resize(qCeil(size.width()), qCeil(size.height()));
-    pictureWidth_ = static_cast<float>(size.width()) * platform::Screen::TwipsPerPixelX();
-    pictureHeight_ = static_cast<float>(size.height()) * platform::Screen::TwipsPerPixelY();
+    pictureWidth_ = platform::Screen::twipsX(size.width());
+    pictureHeight_ = platform::Screen::twipsY(size.height());
     shown_ = std::move(picture);
     shownPath_ = path;
 }
@@ -189,7 +190,7 @@ void frmScreen::prefetchAround()
         QStringList ahead;
         for (const int32_t slot : {next, previous}) {
             const QString path = AlbumStore::slot(slot, QStringLiteral("1"));
-            if (slot >= 1 && clsLibrary::instance().FILEEXISTS(path))
+            if (slot >= 1 && StoreAndFileServices::instance().FILEEXISTS(path))
                 ahead << path;
         }
         pictures_->keepAround(PICPATH, ahead, visiblePart());

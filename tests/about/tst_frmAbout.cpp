@@ -3,9 +3,9 @@
 #include "TempStore.h"
 
 #include "about/frmAbout.h"
+#include "library/clsLibrary.h"
 #include "platform/core/Shell.h"
 #include "platform/widgets/Screen.h"
-#include "settings/clsLibrary.h"
 
 #include <QLabel>
 #include <QTest>

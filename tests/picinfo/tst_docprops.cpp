@@ -3,12 +3,12 @@
 // margins.
 #include "TempStore.h"
 
+#include "library/clsLibrary.h"
 #include "picinfo/frmProps.h"
 #include "platform/print/Printer.h"
 #include "platform/print/RichTextBox.h"
 #include "printing/PageSettings.h"
 #include "printing/Paper.h"
-#include "settings/clsLibrary.h"
 
 #include <QApplication>
 #include <QLineEdit>

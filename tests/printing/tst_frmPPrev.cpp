@@ -4,9 +4,12 @@
 // document; a page past the end; the settings it keeps, and that only a shown
 // preview keeps them; the arrow keys at the ends of the scroll bars; a sheet too
 // large for 16 bits; printing from the window.
+#include "FormSupport.h"
+#include "Stored.h"
 #include "TempStore.h"
 #include "ToolbarPointer.h"
 
+#include "library/clsLibrary.h"
 #include "platform/print/CommonDialog.h"
 #include "platform/print/Printer.h"
 #include "platform/print/RichTextBox.h"
@@ -19,7 +22,6 @@
 #include "printing/PageSettings.h"
 #include "printing/clsPrinting.h"
 #include "printing/frmPPrev.h"
-#include "settings/clsLibrary.h"
 
 #include <QAction>
 #include <QFileInfo>
@@ -60,8 +62,7 @@ QString lines(int count)
 
 QString stored(const QString& item)
 {
-    return clsLibrary::instance().REGSTRREAD(clsLibrary::currentUserKey(), printing::previewKey(), item,
-                                             QStringLiteral("(none)"));
+    return testsupport::stored(printing::previewKey(), item, QStringLiteral("(none)"));
 }
 
 void store(const QString& item, const QString& value)
@@ -151,7 +152,7 @@ private slots:
     {
         Forms::unload<frmPPrev>();
         delete caller_;
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        testsupport::flushDeferredDeletes();
         store_.reset();
         platform::currentPrinter().device().setPageSize(QPageSize(QPageSize::Letter));
     }

@@ -1,6 +1,6 @@
 // Headers and footers of printed and previewed pages, drawn straight onto the
 // device before the page's body, from the settings that the page setup keeps.
-#include "settings/clsLibrary.h"
+#include "printing/PrintServices.h"
 
 #include "platform/core/Conversions.h"
 #include "platform/print/PictureSurface.h"
@@ -36,20 +36,20 @@ double centred(const platform::Canvas& device, const QString& text)
 
 } // namespace
 
-void clsLibrary::PAGEHEADERFOOTERINFO(const QString& PGNO, int16_t Left, int16_t Top, int16_t Bottom,
-                                      int16_t Right)
+void PrintServices::PAGEHEADERFOOTERINFO(const QString& PGNO, int16_t Left, int16_t Top, int16_t Bottom,
+                                         int16_t Right)
 {
     drawHeaderFooter(platform::currentPrinter(), false, PGNO, Left, Top, Bottom, Right);
 }
 
-void clsLibrary::PAGEHEADERFOOTERINFOPREVIEW(platform::PictureSurface* INCONTROL, const QString& PGNO,
-                                             int16_t Left, int16_t Top, int16_t Bottom, int16_t Right)
+void PrintServices::PAGEHEADERFOOTERINFOPREVIEW(platform::PictureSurface* INCONTROL, const QString& PGNO,
+                                                int16_t Left, int16_t Top, int16_t Bottom, int16_t Right)
 {
     drawHeaderFooter(*INCONTROL, true, PGNO, Left, Top, Bottom, Right);
 }
 
-void clsLibrary::drawHeaderFooter(platform::Canvas& device, bool preview, const QString& PGNO, int16_t Left,
-                                  int16_t Top, int16_t Bottom, int16_t Right)
+void PrintServices::drawHeaderFooter(platform::Canvas& device, bool preview, const QString& PGNO,
+                                     int16_t Left, int16_t Top, int16_t Bottom, int16_t Right)
 {
     device.setScaleMode(platform::ScaleTwips);
     const double width = device.Width();
