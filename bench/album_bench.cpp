@@ -6,11 +6,13 @@
 #include "Stored.h"
 #include "TempStore.h"
 
+#include "album/MainSettings.h"
 #include "album/frmMain.h"
 #include "library/clsLibrary.h"
 #include "platform/core/Registry.h"
 #include "platform/widgets/FolderTree.h"
 #include "platform/widgets/ListView.h"
+#include "settings/AlbumStore.h"
 
 #include <QApplication>
 #include <QFile>
@@ -132,8 +134,8 @@ void BM_AddAll(benchmark::State& state)
         state.ResumeTiming();
         form.ADDALL();
         state.PauseTiming();
-        if (read(frmMain::albumCountKey(), QStringLiteral("Items")) != QString::number(Pictures) ||
-            read(frmMain::albumSlotsKey(), QString::number(Pictures)) != picturePath(Pictures - 1))
+        if (read(AlbumStore::countKey(), AlbumStore::countName()) != QString::number(Pictures) ||
+            read(AlbumStore::slotsKey(), AlbumStore::slotName(Pictures)) != picturePath(Pictures - 1))
             state.SkipWithError("the album isn't in the store");
         testsupport::unloadForms<frmMain>();
         state.ResumeTiming();
@@ -151,10 +153,10 @@ void BM_StartWithAlbum(benchmark::State& state)
 {
     const BigFolder& folder = bigFolder();
     TempStore store;
-    write(frmMain::albumCountKey(), QStringLiteral("Items"), QString::number(Pictures));
+    write(AlbumStore::countKey(), AlbumStore::countName(), QString::number(Pictures));
     for (int i = 1; i <= Pictures; ++i)
-        write(frmMain::albumSlotsKey(), QString::number(i), picturePath(i - 1));
-    write(frmMain::preferencesKey(), QStringLiteral("Files Location"), folder.pictures + QLatin1Char('/'));
+        write(AlbumStore::slotsKey(), AlbumStore::slotName(i), picturePath(i - 1));
+    write(album::preferencesKey(), QStringLiteral("Files Location"), folder.pictures + QLatin1Char('/'));
     testsupport::unloadForms<frmMain>();
     for (auto _ : state) {
         frmMain& form = Forms::get<frmMain>();
@@ -179,11 +181,11 @@ void BM_RegStrWrite(benchmark::State& state)
 {
     TempStore store;
     for (int i = 1; i <= Pictures; ++i)
-        write(frmMain::albumSlotsKey(), QString::number(i), picturePath(i - 1));
+        write(AlbumStore::slotsKey(), AlbumStore::slotName(i), picturePath(i - 1));
     int slot = 0;
     for (auto _ : state) {
         slot = slot % Pictures + 1;
-        write(frmMain::albumSlotsKey(), QString::number(slot), picturePath(Pictures - slot));
+        write(AlbumStore::slotsKey(), AlbumStore::slotName(slot), picturePath(Pictures - slot));
     }
 }
 BENCHMARK(BM_RegStrWrite)->Unit(benchmark::kMicrosecond)->Repetitions(5)->ReportAggregatesOnly(true);
@@ -193,11 +195,11 @@ void BM_RegStrRead(benchmark::State& state)
 {
     TempStore store;
     for (int i = 1; i <= Pictures; ++i)
-        write(frmMain::albumSlotsKey(), QString::number(i), picturePath(i - 1));
+        write(AlbumStore::slotsKey(), AlbumStore::slotName(i), picturePath(i - 1));
     int slot = 0;
     for (auto _ : state) {
         slot = slot % Pictures + 1;
-        benchmark::DoNotOptimize(read(frmMain::albumSlotsKey(), QString::number(slot)));
+        benchmark::DoNotOptimize(read(AlbumStore::slotsKey(), AlbumStore::slotName(slot)));
     }
 }
 BENCHMARK(BM_RegStrRead)->Unit(benchmark::kMicrosecond)->Repetitions(5)->ReportAggregatesOnly(true);

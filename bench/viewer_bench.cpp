@@ -15,6 +15,7 @@
 #include "library/clsLibrary.h"
 #include "platform/core/Registry.h"
 #include "platform/widgets/Form.h"
+#include "settings/AlbumStore.h"
 #include "viewer/PicturePrefetch.h"
 #include "viewer/frmScreen.h"
 
@@ -97,17 +98,13 @@ const QStringList& pictures()
 }
 
 // A store of its own holding an album of the pictures.
-class AlbumStore {
+class AlbumInStore {
 public:
-    explicit AlbumStore(const QStringList& paths)
+    explicit AlbumInStore(const QStringList& paths)
     {
-        auto& library = clsLibrary::instance();
-        const QString key = clsLibrary::programKey() + QStringLiteral("\\fPICTURES");
-        library.REGSTRWRITE(clsLibrary::currentUserKey(), key + QStringLiteral("\\Items"),
-                            QStringLiteral("Items"), QString::number(paths.size()));
+        AlbumStore::setCount(int32_t(paths.size()));
         for (int n = 1; n <= paths.size(); ++n)
-            library.REGSTRWRITE(clsLibrary::currentUserKey(), key + QStringLiteral("\\Selection"),
-                                QString::number(n), paths[n - 1]);
+            AlbumStore::setSlot(n, paths[n - 1]);
     }
 
 private:
@@ -174,7 +171,7 @@ BENCHMARK(BM_Djpeg)->Unit(benchmark::kMillisecond)->Iterations(3)->Repetitions(7
 // From the show's start to its first picture painted: nothing was decoded ahead.
 void BM_FirstPicture(benchmark::State& state)
 {
-    AlbumStore album(pictures());
+    AlbumInStore album(pictures());
     Form main(QStringLiteral("frmMain"));
     Forms::setMainForm(&main);
     for (auto _ : state) {
@@ -209,7 +206,7 @@ double percentile(std::vector<double> values, double share)
 // two steps allow). Each run takes StepsPerRun steps round the album.
 void BM_StepWithPrefetch(benchmark::State& state)
 {
-    AlbumStore album(pictures());
+    AlbumInStore album(pictures());
     Form main(QStringLiteral("frmMain"));
     Forms::setMainForm(&main);
     for (auto _ : state) {
@@ -251,7 +248,7 @@ BENCHMARK(BM_StepWithPrefetch)
 // prints the peak resident memory with the size of one decoded picture.
 int play(const QString& folder, int steps)
 {
-    AlbumStore album(picturePaths(folder));
+    AlbumInStore album(picturePaths(folder));
     Form main(QStringLiteral("frmMain"));
     Forms::setMainForm(&main);
     frmScreen& form = startShow();

@@ -1,6 +1,7 @@
 #include "album/frmMain.h"
 
 #include "about/frmAbout.h"
+#include "album/MainSettings.h"
 #include "album/frmPopup.h"
 #include "printing/frmPPrev.h"
 #include "viewer/frmPPrevPhoto.h"
@@ -51,33 +52,6 @@ frmMain::frmMain() : Form(QStringLiteral("frmMain"))
 
 frmMain::~frmMain() = default;
 
-QString frmMain::readSetting(const QString& key, const QString& item, const QString& defaultValue)
-{
-    return clsLibrary::instance().REGSTRREAD(clsLibrary::currentUserKey(), key, item, defaultValue);
-}
-
-void frmMain::writeSetting(const QString& key, const QString& item, const QString& data)
-{
-    clsLibrary::instance().REGSTRWRITE(clsLibrary::currentUserKey(), key, item, data);
-}
-
-QString frmMain::albumCountKey()
-{
-    return clsLibrary::programKey() + QStringLiteral("\\fPICTURES\\Items");
-}
-QString frmMain::albumSlotsKey()
-{
-    return clsLibrary::programKey() + QStringLiteral("\\fPICTURES\\Selection");
-}
-QString frmMain::preferencesKey()
-{
-    return clsLibrary::programKey() + QStringLiteral("\\fPREFERENCES\\Items");
-}
-QString frmMain::viewKey()
-{
-    return clsLibrary::programKey() + QStringLiteral("\\me\\View");
-}
-
 // Each step stands by itself: a step that fails is skipped and the next one runs.
 void frmMain::Form_Load()
 {
@@ -93,8 +67,7 @@ void frmMain::Form_Load()
     });
     resumeNext([&] {
         const uint64_t failuresBefore = platform::Registry::instance().failedReads();
-        const QString folder = clsLibrary::instance().FILENAMELENCHK(
-            readSetting(preferencesKey(), QStringLiteral("Files Location"), platform::App::Path()));
+        const QString folder = clsLibrary::instance().FILENAMELENCHK(album::FilesLocation.read());
         keepStoredFolder = platform::Registry::instance().failedReads() != failuresBefore;
         const auto settled = qScopeGuard([this] { keepStoredFolder = false; });
         FTVBROWSE->setSelectedfolder(folder);
@@ -102,25 +75,17 @@ void frmMain::Form_Load()
     resumeNext([&] { FLBFOUND.setPattern(picturePattern()); });
     loadAlbum();
     resumeNext([&] { clsLibrary::instance().FORMLOAD(platform::App::Title(), this, true); });
-    resumeNext([&] {
-        twips(PICBAR2).setLeft(
-            platform::toFloat(readSetting(preferencesKey(), QStringLiteral("Splitter Bar Left"), "3585")));
-    });
-    resumeNext([&] {
-        twips(PICBAR1).setTop(
-            platform::toFloat(readSetting(preferencesKey(), QStringLiteral("Splitter Bar Top"), "2340")));
-    });
+    resumeNext([&] { twips(PICBAR2).setLeft(platform::toFloat(album::SplitterLeft.read())); });
+    resumeNext([&] { twips(PICBAR1).setTop(platform::toFloat(album::SplitterTop.read())); });
     PICBAR1MOVE();
     PICBAR2MOVE();
     resumeNext([&] {
-        const bool shown = platform::toBool(
-            readSetting(viewKey(), QStringLiteral("Standard Toolbar"), QStringLiteral("True")));
+        const bool shown = platform::toBool(album::ToolbarShown.read());
         MNUVIEWSTANDARDBAR->setChecked(shown);
         PICMAIN->setVisible(shown);
     });
     resumeNext([&] {
-        const bool shown =
-            platform::toBool(readSetting(viewKey(), QStringLiteral("Status Bar"), QStringLiteral("True")));
+        const bool shown = platform::toBool(album::StatusBarShown.read());
         SBMAIN->setVisible(shown);
         MNUVIEWSTATUSBAR->setChecked(shown);
     });
@@ -136,15 +101,8 @@ void frmMain::Form_Load()
 void frmMain::Form_Unload()
 {
     resumeNext([&] { clsLibrary::instance().FORMSAVE(platform::App::Title(), this, true); });
-    resumeNext([&] {
-        writeSetting(preferencesKey(), QStringLiteral("Splitter Bar Left"),
-                     platform::floatText(twips(PICBAR2).Left()));
-    });
-    // The store doesn't tell "top" from "Top".
-    resumeNext([&] {
-        writeSetting(preferencesKey(), QStringLiteral("Splitter Bar top"),
-                     platform::floatText(twips(PICBAR1).Top()));
-    });
+    resumeNext([&] { album::SplitterLeft.write(platform::floatText(twips(PICBAR2).Left())); });
+    resumeNext([&] { album::SplitterTop.write(platform::floatText(twips(PICBAR1).Top())); });
     Forms::unload<frmPPrevPhoto>();
     Forms::unload<frmPPrev>();
     Forms::unload<frmAbout>();

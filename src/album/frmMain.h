@@ -67,11 +67,6 @@ public:
 
     // The one filter of the found list.
     static QString picturePattern() { return QStringLiteral("*.bmp;*.jpg;*.gif"); }
-    // The keys of the stored album and preferences.
-    static QString albumCountKey();  // ...\fPICTURES\Items
-    static QString albumSlotsKey();  // ...\fPICTURES\Selection
-    static QString preferencesKey(); // ...\fPREFERENCES\Items
-    static QString viewKey();        // ...\me\View
     // The most items the album and the found list hold (their counters are 16-bit).
     static constexpr int32_t MaxListItems = 32767;
 
@@ -116,10 +111,6 @@ public:
     QAction* MNUHELPABOUT = nullptr;
 
 private:
-    // The current user's settings.
-    static QString readSetting(const QString& key, const QString& item, const QString& defaultValue);
-    static void writeSetting(const QString& key, const QString& item, const QString& data);
-
     // Building the window (frmMain_controls.cpp).
     void createMenus();
     void createBands();

@@ -1,13 +1,12 @@
 // The album: the found list, the selected list, the moves between them and the
 // stored album, which is the format of record that the viewer reads.
 //
-// Stored form: "Items" under ...\fPICTURES\Items is the number of slots in use;
-// the values "1".."Items" under ...\fPICTURES\Selection hold one path each, or
-// blank where a picture was removed. Each item of LSTSELECTED keeps its slot
-// number in its Tag: a removal blanks that very slot, and an add takes the slot
-// after the last item's (slot 1 for an empty list) and makes it "Items". So an add
-// never touches a slot that holds a picture of the album, and blank slots at the
-// end are taken again instead of piling up.
+// Stored form (settings/AlbumStore.h): "Items" is the number of slots in use; the
+// slots "1".."Items" hold one path each, or blank where a picture was removed.
+// Each item of LSTSELECTED keeps its slot number in its Tag: a removal blanks that
+// very slot, and an add takes the slot after the last item's (slot 1 for an empty
+// list) and makes it "Items". So an add never touches a slot that holds a picture
+// of the album, and blank slots at the end are taken again instead of piling up.
 //
 // That holds only if the list shows every picture the store holds. When a read of
 // the stored album fails (the store answered with an error, not with "absent"),
@@ -24,6 +23,7 @@
 #include "platform/widgets/ListView.h"
 #include "platform/widgets/Screen.h"
 #include "platform/widgets/StatusBar.h"
+#include "settings/AlbumStore.h"
 
 #include <QAction>
 #include <QTime>
@@ -40,22 +40,6 @@ QString selectedItemKey(int16_t position)
            QTime::currentTime().toString(QStringLiteral("HH:mm:ss"));
 }
 
-// The highest slot the store holds a value for. Slots above it read as blank, so
-// the loops over the stored album stop there: a count edited to a huge number
-// then costs nothing.
-int32_t highestStoredSlot()
-{
-    int32_t highest = 0;
-    for (const QString& name :
-         platform::Registry::instance().valueNames(platform::HKEY_CURRENT_USER, frmMain::albumSlotsKey())) {
-        bool isNumber = false;
-        const int32_t slot = name.toInt(&isNumber);
-        if (isNumber && slot > highest)
-            highest = slot;
-    }
-    return highest;
-}
-
 // The stored album as far as it could be read: each picture with its slot, in
 // slot order, holes left out. `complete` is false when any read of it failed.
 struct StoredAlbum {
@@ -69,14 +53,11 @@ StoredAlbum readStoredAlbum()
     const platform::Registry& store = platform::Registry::instance();
     const uint64_t failuresBefore = store.failedReads();
     StoredAlbum album;
-    resumeNext([&] {
-        album.items = platform::toInt32(clsLibrary::instance().REGSTRREAD(
-            clsLibrary::currentUserKey(), frmMain::albumCountKey(), QStringLiteral("Items"), "0"));
-    });
-    const int32_t lastSlot = album.items == 0 ? 0 : std::min(album.items, highestStoredSlot());
+    resumeNext([&] { album.items = platform::toInt32(AlbumStore::count()); });
+    // Slots above the highest one stored read as blank: the loop stops there.
+    const int32_t lastSlot = album.items == 0 ? 0 : std::min(album.items, AlbumStore::highestSlot());
     for (int32_t slot = 1; slot <= lastSlot && album.pictures.size() < frmMain::MaxListItems; ++slot) {
-        const QString path = clsLibrary::instance().REGSTRREAD(
-            clsLibrary::currentUserKey(), frmMain::albumSlotsKey(), platform::numberText(slot), QString());
+        const QString path = AlbumStore::slot(slot);
         if (!path.isEmpty())
             album.pictures.append({slot, path});
     }
@@ -100,8 +81,8 @@ void frmMain::storeInAlbum(int32_t slot, const QString& path)
 {
     // The count first, then the picture: a crash between the two leaves a blank
     // last slot, which reads as a hole.
-    resumeNext([&] { writeSetting(albumCountKey(), QStringLiteral("Items"), platform::numberText(slot)); });
-    resumeNext([&] { writeSetting(albumSlotsKey(), platform::numberText(slot), path); });
+    resumeNext([&] { AlbumStore::setCount(slot); });
+    resumeNext([&] { AlbumStore::setSlot(slot, path); });
 }
 
 bool frmMain::albumReadable()
@@ -199,7 +180,7 @@ void frmMain::CLEAR()
     const int32_t index = current.Index();
     // A picture that was never stored (Tag 0) has no slot to blank.
     if (current.Tag() != 0)
-        resumeNext([&] { writeSetting(albumSlotsKey(), platform::numberText(current.Tag()), QString()); });
+        resumeNext([&] { AlbumStore::setSlot(static_cast<int32_t>(current.Tag()), QString()); });
     resumeNext([&] { LSTSELECTED->ListItems().Remove(index); });
     COUNTSHOW();
     resumeNext([&] { NEXTINDEX = platform::toInt16(LSTSELECTED->ListItems().Count() + 1.0); });
@@ -215,13 +196,12 @@ void frmMain::CLEARALL()
     const uint64_t failuresBefore = store.failedReads();
     int32_t lastSlot = 0;
     if (readable) {
-        resumeNext([&] {
-            STOREDITEMS = platform::toInt32(readSetting(albumCountKey(), QStringLiteral("Items"), "0"));
-        });
+        resumeNext([&] { STOREDITEMS = platform::toInt32(AlbumStore::count()); });
         // Every slot from 1 to the count is blanked, also those never written. A
         // count beyond what an album can hold was edited by hand: a write for every
         // number up to it could take hours, so then only the slots that exist are.
-        lastSlot = STOREDITEMS <= MaxListItems ? STOREDITEMS : std::min(STOREDITEMS, highestStoredSlot());
+        lastSlot =
+            STOREDITEMS <= MaxListItems ? STOREDITEMS : std::min(STOREDITEMS, AlbumStore::highestSlot());
     }
     LSTSELECTED->ListItems().Clear();
     commands_.setEnabled(QStringLiteral("RUN"), false);
@@ -236,9 +216,9 @@ void frmMain::CLEARALL()
     }
     for (SLOTNO = 0; SLOTNO < lastSlot;) {
         ++SLOTNO;
-        resumeNext([&] { writeSetting(albumSlotsKey(), platform::numberText(SLOTNO), QString()); });
+        resumeNext([&] { AlbumStore::setSlot(SLOTNO, QString()); });
     }
-    resumeNext([&] { writeSetting(albumCountKey(), QStringLiteral("Items"), QStringLiteral("0")); });
+    resumeNext([&] { AlbumStore::setCount(0); });
 }
 
 // Lists the stored album without its holes. The store isn't rewritten, and the

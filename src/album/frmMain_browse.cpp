@@ -2,6 +2,7 @@
 // heading and is remembered for the next start. Only names are read.
 #include "album/frmMain.h"
 
+#include "album/MainSettings.h"
 #include "library/clsLibrary.h"
 #include "platform/core/Error.h"
 #include "platform/widgets/FolderTree.h"
@@ -31,10 +32,7 @@ void frmMain::FTVBROWSE_FolderChanged(const QString& path)
     COUNTSHOW();
     if (keepStoredFolder)
         return;
-    resumeNext([&] {
-        writeSetting(preferencesKey(), QStringLiteral("Files Location"),
-                     clsLibrary::instance().FILENAMELENCHK(path));
-    });
+    resumeNext([&] { album::FilesLocation.write(clsLibrary::instance().FILENAMELENCHK(path)); });
 }
 
 std::optional<QString> frmMain::currentFoundPath() const

@@ -3,6 +3,7 @@
 #include "album/frmMain.h"
 
 #include "about/frmAbout.h"
+#include "album/MainSettings.h"
 #include "album/frmPopup.h"
 
 #include "library/clsLibrary.h"
@@ -96,9 +97,8 @@ void frmMain::MNUVIEWSTATUSBAR_Click()
 // A change of either bar stores both, the toolbar's first.
 void frmMain::writeViewSettings()
 {
-    writeSetting(viewKey(), QStringLiteral("Standard Toolbar"),
-                 platform::boolText(MNUVIEWSTANDARDBAR->isChecked()));
-    writeSetting(viewKey(), QStringLiteral("Status Bar"), platform::boolText(!SBMAIN->isHidden()));
+    album::ToolbarShown.write(platform::boolText(MNUVIEWSTANDARDBAR->isChecked()));
+    album::StatusBarShown.write(platform::boolText(!SBMAIN->isHidden()));
 }
 
 void frmMain::MNUHELPWEBSITE_Click()

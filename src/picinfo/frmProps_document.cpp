@@ -30,10 +30,7 @@ void frmProps::UPDATEDOCINFO(const QString& path, const QString& TXTRTFSRC, cons
     // Left, right, top and bottom, as the page setup stores them.
     std::array<QString, 4> margins;
     for (size_t i = 0; i < margins.size(); ++i) {
-        resumeNext([&] {
-            margins[i] = library.REGSTRREAD(StoreAndFileServices::currentUserKey(), printing::marginsKey(),
-                                            printing::marginName(int(i)), QStringLiteral("1"));
-        });
+        resumeNext([&] { margins[i] = printing::Margins[i].read(); });
     }
     clsPrinting& engine = clsPrinting::instance();
     frmPPrev& pages = Forms::get<frmPPrev>();

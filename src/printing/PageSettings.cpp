@@ -1,19 +1,20 @@
 #include "printing/PageSettings.h"
 
+#include "platform/core/App.h"
 #include "platform/print/CommonDialog.h"
 #include "platform/widgets/Form.h"
 #include "settings/StoreAndFileServices.h"
 
 namespace printing {
 
-QString marginsKey()
+QString previewKey()
 {
     return StoreAndFileServices::companyKey() + QStringLiteral("\\GLOBAL\\frmPPrev\\Items");
 }
 
 QString marginName(int number)
 {
-    return QStringLiteral("Page Margin %1").arg(number);
+    return QString::fromLatin1(Margins.at(size_t(number)).name);
 }
 
 QString headerKey()
@@ -24,6 +25,21 @@ QString headerKey()
 QString footerKey()
 {
     return StoreAndFileServices::programKey() + QStringLiteral("\\frmPPrev\\Items\\Footer");
+}
+
+QString defaultTitle()
+{
+    return platform::App::Title() + QStringLiteral(" Report.");
+}
+
+QString defaultField1()
+{
+    return StoreAndFileServices::instance().GETCOMPANYNAME();
+}
+
+QString defaultField2()
+{
+    return mainFileName();
 }
 
 QString mainFileName()

@@ -7,6 +7,7 @@
 #include "platform/print/CommonDialog.h"
 #include "platform/print/Printer.h"
 #include "platform/print/RichTextBox.h"
+#include "printing/PageSettings.h"
 #include "printing/PrintServices.h"
 #include "printing/frmPPrev.h"
 #include "settings/StoreAndFileServices.h"
@@ -69,12 +70,7 @@ void clsPrinting::INITIALIZEPATH(Form* FORMNAME, platform::RichTextBox* RICHTEXT
 
 void clsPrinting::GETMARGINS()
 {
-    const QString key = StoreAndFileServices::companyKey() + QStringLiteral("\\GLOBAL\\frmPPrev\\Items");
-    auto margin = [&key](int number) {
-        return platform::toDouble(StoreAndFileServices::instance().REGSTRREAD(
-            StoreAndFileServices::currentUserKey(), key, QStringLiteral("Page Margin %1").arg(number),
-            QStringLiteral("1")));
-    };
+    auto margin = [](int number) { return platform::toDouble(printing::Margins[size_t(number)].read()); };
     MARGINLEFT = margin(0);
     MARGINRIGHT = margin(1);
     MARGINTOP = margin(2);

@@ -12,6 +12,7 @@
 #include "platform/widgets/ImageControl.h"
 #include "platform/widgets/StatusBar.h"
 #include "platform/widgets/Toolbar.h"
+#include "printing/PageSettings.h"
 #include "printing/PrintServices.h"
 #include "printing/frmPPrev.h"
 #include "settings/StoreAndFileServices.h"
@@ -80,10 +81,8 @@ void clsPrinting::PRINTPREVIEW(Form* FORMNAME, platform::RichTextBox* RICHTEXTPA
         form.CBOPGNO->AddItem(QString::number(page));
     // The assignments raise the lists' Click: the zoom applies, and the first
     // page is drawn once more. A stored zoom that is no step opens at 50 %.
-    const QString stored = StoreAndFileServices::instance().REGSTRREAD(
-        StoreAndFileServices::currentUserKey(), frmPPrev::settingsKey(), QStringLiteral("Zoom"),
-        QStringLiteral("50 %"));
-    form.CBOPGZOOM->setText(form.CBOPGZOOM->hasEntry(stored) ? stored : QStringLiteral("50 %"));
+    const QString stored = printing::PreviewZoom.read();
+    form.CBOPGZOOM->setText(form.CBOPGZOOM->hasEntry(stored) ? stored : printing::PreviewZoom.defaultValue());
     form.CBOPGNO->setText(QString::number(CURPAGE));
     PAGETOTAL = form.CBOPGNO->ListCount();
     PAGESTATE();

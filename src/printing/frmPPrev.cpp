@@ -16,6 +16,7 @@
 #include "platform/widgets/Twips.h"
 #include "presentation/ICOMNU.h"
 #include "presentation/PresentationServices.h"
+#include "printing/PageSettings.h"
 #include "printing/clsPrinting.h"
 #include "resources/Icons.h"
 #include "settings/StoreAndFileServices.h"
@@ -95,23 +96,6 @@ QList<QAction*> frmPPrev::zoomItems() const
     return {MNUZOOM200, MNUZOOM150, MNUZOOM100, MNUZOOM75, MNUZOOM50, MNUZOOM25, MNUZOOMPW, MNUZOOMWP};
 }
 
-QString frmPPrev::settingsKey()
-{
-    return StoreAndFileServices::companyKey() + QStringLiteral("\\GLOBAL\\frmPPrev\\Items");
-}
-
-QString frmPPrev::readSetting(const QString& item, const QString& defaultValue)
-{
-    return StoreAndFileServices::instance().REGSTRREAD(StoreAndFileServices::currentUserKey(), settingsKey(),
-                                                       item, defaultValue);
-}
-
-void frmPPrev::writeSetting(const QString& item, const QString& data)
-{
-    StoreAndFileServices::instance().REGSTRWRITE(StoreAndFileServices::currentUserKey(), settingsKey(), item,
-                                                 data);
-}
-
 // Runs on the first touch of the form, which the print engine makes too. A step
 // that fails (a stored bar setting that isn't "True" or "False") is skipped.
 void frmPPrev::Form_Load()
@@ -125,13 +109,12 @@ void frmPPrev::Form_Load()
     });
     resumeNext([&] { ICONMENUS(); });
     resumeNext([&] {
-        const bool shown = platform::toBool(readSetting(QStringLiteral("Toolbar"), QStringLiteral("True")));
+        const bool shown = platform::toBool(printing::PreviewToolbar.read());
         PICTBAR->setHidden(!shown);
         MNUVIEWTOOLBAR->setChecked(shown);
     });
     resumeNext([&] {
-        const bool shown =
-            platform::toBool(readSetting(QStringLiteral("Status Bar"), QStringLiteral("True")));
+        const bool shown = platform::toBool(printing::PreviewStatusBar.read());
         SBMAIN->setHidden(!shown);
         MNUVIEWSTATUSBAR->setChecked(shown);
     });
@@ -145,12 +128,9 @@ void frmPPrev::Form_Unload()
     if (!isVisible())
         return;
     resumeNext([&] { StoreAndFileServices::instance().FORMSAVE(Global, this, true); });
-    resumeNext([&] { writeSetting(QStringLiteral("Zoom"), CBOPGZOOM->Text()); });
-    resumeNext([&] {
-        writeSetting(QStringLiteral("Status Bar"), platform::boolText(MNUVIEWSTATUSBAR->isChecked()));
-    });
-    resumeNext(
-        [&] { writeSetting(QStringLiteral("Toolbar"), platform::boolText(MNUVIEWTOOLBAR->isChecked())); });
+    resumeNext([&] { printing::PreviewZoom.write(CBOPGZOOM->Text()); });
+    resumeNext([&] { printing::PreviewStatusBar.write(platform::boolText(MNUVIEWSTATUSBAR->isChecked())); });
+    resumeNext([&] { printing::PreviewToolbar.write(platform::boolText(MNUVIEWTOOLBAR->isChecked())); });
 }
 
 void frmPPrev::ICONMENUS()

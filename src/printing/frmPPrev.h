@@ -69,8 +69,6 @@ public:
 
     // The zoom steps in the order of the list and of the Zoom menu.
     static const QStringList& zoomSteps();
-    // "SOFTWARE\<company>\GLOBAL\frmPPrev\Items": the preview's settings.
-    static QString settingsKey();
 
     // Controls.
     platform::ImageList IMGLST;
@@ -124,9 +122,6 @@ public:
     QList<QAction*> zoomItems() const;
 
 private:
-    static QString readSetting(const QString& item, const QString& defaultValue);
-    static void writeSetting(const QString& item, const QString& data);
-
     // Building the window (frmPPrev_controls.cpp).
     void createMenus();
     void createToolStrip();

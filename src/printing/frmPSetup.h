@@ -156,10 +156,6 @@ private:
     // picture coloured as the switch says.
     void partSwitchClick(QCheckBox* part, std::initializer_list<QWidget*> boxes,
                          std::initializer_list<QWidget*> picture, std::initializer_list<QWidget*> texts);
-    // The default texts of the title and the two footer fields.
-    static QString defaultTitle();
-    static QString defaultField1();
-    static QString defaultField2();
 
     bool MARGINSBUSY = false;
     bool PRINTERAPPLY = false;

@@ -2,9 +2,7 @@
 // with a picture of each that shows what the switches draw.
 #include "printing/frmPSetup.h"
 
-#include "platform/core/App.h"
 #include "printing/PageSettings.h"
-#include "settings/StoreAndFileServices.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -26,28 +24,13 @@ void colourPicture(QWidget* control, bool on)
 
 } // namespace
 
-QString frmPSetup::defaultTitle()
-{
-    return platform::App::Title() + QStringLiteral(" Report.");
-}
-
-QString frmPSetup::defaultField1()
-{
-    return StoreAndFileServices::instance().GETCOMPANYNAME();
-}
-
-QString frmPSetup::defaultField2()
-{
-    return printing::mainFileName();
-}
-
 void frmPSetup::BTNDEFAULTSHF_Click()
 {
     CHKHEADER->setCheckState(Qt::Checked);
     CHKFOOTER->setCheckState(Qt::Checked);
-    TXTHEADTITLE->setText(defaultTitle());
-    TXTFOOTFIELD1->setText(defaultField1());
-    TXTFOOTFIELD2->setText(defaultField2());
+    TXTHEADTITLE->setText(printing::HeaderTitle.defaultValue());
+    TXTFOOTFIELD1->setText(printing::FooterField1.defaultValue());
+    TXTFOOTFIELD2->setText(printing::FooterField2.defaultValue());
     for (QCheckBox* box : {CHKFOOTFIELD1, CHKFOOTFIELD2, CHKFOOTLINE, CHKFOOTPGNO, CHKFOOTER, CHKHEADTITLE,
                            CHKHEADLINE, CHKHEADDATE, CHKHEADTIME, CHKHEADER})
         box->setCheckState(Qt::Checked);

@@ -59,8 +59,7 @@ QString numberIn(const QString& text)
 // A check box and the value that stores it.
 struct Switch {
     QCheckBox* box;
-    QString key;
-    QString name;
+    const StoredSetting& setting;
 };
 
 constexpr size_t SwitchCount = 10;
@@ -69,34 +68,21 @@ constexpr size_t SwitchCount = 10;
 // header's, each part's own switch last.
 std::array<Switch, SwitchCount> switchesOf(const frmPSetup& form)
 {
-    const QString footer = printing::footerKey();
-    const QString header = printing::headerKey();
-    return {{{form.CHKFOOTFIELD1, footer, QStringLiteral("chkField1")},
-             {form.CHKFOOTFIELD2, footer, QStringLiteral("chkField2")},
-             {form.CHKFOOTLINE, footer, QStringLiteral("chkFLine")},
-             {form.CHKFOOTPGNO, footer, QStringLiteral("chkPgNo")},
-             {form.CHKFOOTER, footer, QStringLiteral("Checked")},
-             {form.CHKHEADTITLE, header, QStringLiteral("chkTitle")},
-             {form.CHKHEADLINE, header, QStringLiteral("chkHLine")},
-             {form.CHKHEADDATE, header, QStringLiteral("chkDate")},
-             {form.CHKHEADTIME, header, QStringLiteral("chkTime")},
-             {form.CHKHEADER, header, QStringLiteral("Checked")}}};
+    return {{{form.CHKFOOTFIELD1, printing::FooterField1On},
+             {form.CHKFOOTFIELD2, printing::FooterField2On},
+             {form.CHKFOOTLINE, printing::FooterLineOn},
+             {form.CHKFOOTPGNO, printing::FooterPageNumberOn},
+             {form.CHKFOOTER, printing::FooterOn},
+             {form.CHKHEADTITLE, printing::HeaderTitleOn},
+             {form.CHKHEADLINE, printing::HeaderLineOn},
+             {form.CHKHEADDATE, printing::HeaderDateOn},
+             {form.CHKHEADTIME, printing::HeaderTimeOn},
+             {form.CHKHEADER, printing::HeaderOn}}};
 }
 
 // OK writes the footer's first four in another order: line, page number, field 2,
 // field 1.
 constexpr std::array<size_t, SwitchCount> WriteOrder = {2, 3, 1, 0, 4, 5, 6, 7, 8, 9};
-
-QString read(const QString& key, const QString& name, const QString& fallback)
-{
-    return StoreAndFileServices::instance().REGSTRREAD(StoreAndFileServices::currentUserKey(), key, name,
-                                                       fallback);
-}
-
-void write(const QString& key, const QString& name, const QString& data)
-{
-    StoreAndFileServices::instance().REGSTRWRITE(StoreAndFileServices::currentUserKey(), key, name, data);
-}
 
 } // namespace
 
@@ -140,22 +126,17 @@ void frmPSetup::Form_Load()
 
     const std::array<zuv::SPIN*, 4> margins = {UDNLEFT, UDNRIGHT, UDNTOP, UDNBOTTOM};
     for (size_t i = 0; i < margins.size(); ++i) {
-        resumeNext([&] {
-            margins[i]->setText(library.TEXTJUSTIFY(
-                read(printing::marginsKey(), printing::marginName(int(i)), QStringLiteral("1"))));
-        });
+        resumeNext([&] { margins[i]->setText(library.TEXTJUSTIFY(printing::Margins[i].read())); });
     }
 
     PAGEDRAW();
     resumeNext([&] { library.RESIZEBTNSOKCANCEL(this, BTNOK, BTNCANCEL); });
 
-    const QString footer = printing::footerKey();
-    const QString header = printing::headerKey();
     for (const Switch& stored : switchesOf(*this))
-        resumeNext([&] { setValue(stored.box, read(stored.key, stored.name, QStringLiteral("1"))); });
-    resumeNext([&] { TXTHEADTITLE->setText(read(header, QStringLiteral("txtTitle"), defaultTitle())); });
-    resumeNext([&] { TXTFOOTFIELD1->setText(read(footer, QStringLiteral("txtField1"), defaultField1())); });
-    resumeNext([&] { TXTFOOTFIELD2->setText(read(footer, QStringLiteral("txtField2"), defaultField2())); });
+        resumeNext([&] { setValue(stored.box, stored.setting.read()); });
+    resumeNext([&] { TXTHEADTITLE->setText(printing::HeaderTitle.read()); });
+    resumeNext([&] { TXTFOOTFIELD1->setText(printing::FooterField1.read()); });
+    resumeNext([&] { TXTFOOTFIELD2->setText(printing::FooterField2.read()); });
 
     if (!PSETUPPAPER.isEmpty())
         PAPERTEXT = numberIn(PSETUPPAPER);
@@ -173,16 +154,14 @@ void frmPSetup::BTNOK_Click()
     PRINTERAPPLY = true;
     const std::array<const zuv::SPIN*, 4> margins = {UDNLEFT, UDNRIGHT, UDNTOP, UDNBOTTOM};
     for (size_t i = 0; i < margins.size(); ++i)
-        write(printing::marginsKey(), printing::marginName(int(i)), margins[i]->text());
+        printing::Margins[i].write(margins[i]->text());
 
-    const QString footer = printing::footerKey();
-    const QString header = printing::headerKey();
     const auto switches = switchesOf(*this);
     for (const size_t i : WriteOrder)
-        write(switches[i].key, switches[i].name, valueOf(switches[i].box));
-    write(header, QStringLiteral("txtTitle"), TXTHEADTITLE->text());
-    write(footer, QStringLiteral("txtField1"), TXTFOOTFIELD1->text());
-    write(footer, QStringLiteral("txtField2"), TXTFOOTFIELD2->text());
+        switches[i].setting.write(valueOf(switches[i].box));
+    printing::HeaderTitle.write(TXTHEADTITLE->text());
+    printing::FooterField1.write(TXTFOOTFIELD1->text());
+    printing::FooterField2.write(TXTFOOTFIELD2->text());
 
     PSETUPORIENT = numberIn(ORIENTTEXT);
     PSETUPPRINTER = platform::currentPrinter().DeviceName();

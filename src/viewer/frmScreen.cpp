@@ -6,6 +6,7 @@
 #include "platform/core/Error.h"
 #include "platform/core/Picture.h"
 #include "platform/widgets/Screen.h"
+#include "settings/AlbumStore.h"
 #include "settings/StoreAndFileServices.h"
 
 #include <QCoreApplication>
@@ -19,22 +20,6 @@
 using platform::resumeNext;
 
 namespace {
-
-// The album as the main window stores it.
-QString albumCountKey()
-{
-    return StoreAndFileServices::programKey() + QStringLiteral("\\fPICTURES\\Items");
-}
-QString albumSlotsKey()
-{
-    return StoreAndFileServices::programKey() + QStringLiteral("\\fPICTURES\\Selection");
-}
-
-QString readAlbum(const QString& key, const QString& item, const QString& defaultValue)
-{
-    return StoreAndFileServices::instance().REGSTRREAD(StoreAndFileServices::currentUserKey(), key, item,
-                                                       defaultValue);
-}
 
 // The worker converts with the twips per pixel it was given, not the screen's.
 int toPixels(float twips, float twipsPerPixel)
@@ -94,10 +79,7 @@ void frmScreen::Form_Load()
     // The first interval counts from here.
     restartTimer();
     // A count that isn't a number or doesn't fit 16 bits leaves PICCOUNT at 0.
-    resumeNext([&] {
-        PICCOUNT =
-            platform::toInt16(readAlbum(albumCountKey(), QStringLiteral("Items"), QStringLiteral("0")));
-    });
+    resumeNext([&] { PICCOUNT = platform::toInt16(AlbumStore::count()); });
     PICNUM = 0;
     // Top and left 0 of the screen that the show covers.
     move(screen()->geometry().topLeft());
@@ -135,7 +117,7 @@ void frmScreen::advance()
 // the previous picture under the new name.
 void frmScreen::SHOWPICTURE()
 {
-    resumeNext([&] { PICPATH = readAlbum(albumSlotsKey(), QString::number(PICNUM), QStringLiteral("1")); });
+    resumeNext([&] { PICPATH = AlbumStore::slot(PICNUM, QStringLiteral("1")); });
     bool exists = false;
     resumeNext([&] { exists = StoreAndFileServices::instance().FILEEXISTS(PICPATH); });
     if (exists) {
@@ -207,7 +189,7 @@ void frmScreen::prefetchAround()
         const int32_t previous = PICNUM <= 1 ? PICCOUNT : PICNUM - 1;
         QStringList ahead;
         for (const int32_t slot : {next, previous}) {
-            const QString path = readAlbum(albumSlotsKey(), QString::number(slot), QStringLiteral("1"));
+            const QString path = AlbumStore::slot(slot, QStringLiteral("1"));
             if (slot >= 1 && StoreAndFileServices::instance().FILEEXISTS(path))
                 ahead << path;
         }

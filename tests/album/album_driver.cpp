@@ -27,6 +27,7 @@
 #include "platform/core/Registry.h"
 #include "platform/widgets/FolderTree.h"
 #include "platform/widgets/ListView.h"
+#include "settings/AlbumStore.h"
 
 #include <QApplication>
 #include <QFileInfo>
@@ -81,12 +82,12 @@ int share(int id, int count, const QString& go)
         for (int i = 1; i <= count; ++i) {
             const int slot = 2 * i - 1 + id;
             const QString path = QStringLiteral("/album/%1/picture%2.jpg").arg(id).arg(i);
-            store.setValue(platform::HKEY_CURRENT_USER, frmMain::albumCountKey(), QStringLiteral("Items"),
+            store.setValue(platform::HKEY_CURRENT_USER, AlbumStore::countKey(), AlbumStore::countName(),
                            text(QString::number(slot)));
-            store.setValue(platform::HKEY_CURRENT_USER, frmMain::albumSlotsKey(), QString::number(slot),
+            store.setValue(platform::HKEY_CURRENT_USER, AlbumStore::slotsKey(), AlbumStore::slotName(slot),
                            text(path));
-            const auto read = store.queryValue(platform::HKEY_CURRENT_USER, frmMain::albumSlotsKey(),
-                                               QString::number(slot));
+            const auto read = store.queryValue(platform::HKEY_CURRENT_USER, AlbumStore::slotsKey(),
+                                               AlbumStore::slotName(slot));
             if (!read || read->data != path.toUtf8()) {
                 say("lost slot " + QByteArray::number(slot));
                 return 1;

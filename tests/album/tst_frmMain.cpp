@@ -5,6 +5,7 @@
 #include "TempStore.h"
 #include "ToolbarPointer.h"
 
+#include "album/MainSettings.h"
 #include "album/frmMain.h"
 #include "album/frmPopup.h"
 #include "library/clsLibrary.h"
@@ -16,6 +17,7 @@
 #include "platform/widgets/PictureBox.h"
 #include "platform/widgets/StatusBar.h"
 #include "platform/widgets/Toolbar.h"
+#include "settings/AlbumStore.h"
 #include "viewer/frmPPrevPhoto.h"
 
 #include <QAction>
@@ -43,11 +45,11 @@ void store(const QString& key, const QString& item, const QString& data)
 
 QString slot(int number)
 {
-    return stored(frmMain::albumSlotsKey(), QString::number(number));
+    return stored(AlbumStore::slotsKey(), AlbumStore::slotName(number));
 }
 QString items()
 {
-    return stored(frmMain::albumCountKey(), QStringLiteral("Items"));
+    return stored(AlbumStore::countKey(), AlbumStore::countName());
 }
 
 QStringList texts(platform::ListView* list)
@@ -118,10 +120,10 @@ private slots:
         // The tree opens at the program's folder; the change of folder that the
         // start runs is the only thing written.
         QCOMPARE(form->FTVBROWSE->selectedfolder(), platform::App::Path());
-        QCOMPARE(stored(frmMain::preferencesKey(), QStringLiteral("Files Location")),
+        QCOMPARE(stored(album::preferencesKey(), QStringLiteral("Files Location")),
                  platform::App::Path() + "/");
         QCOMPARE(items(), QStringLiteral("<absent>"));
-        QCOMPARE(stored(frmMain::viewKey(), QStringLiteral("Standard Toolbar")), QStringLiteral("<absent>"));
+        QCOMPARE(stored(album::viewKey(), QStringLiteral("Standard Toolbar")), QStringLiteral("<absent>"));
 
         QCOMPARE(form->SBMAIN->panelText(3), QStringLiteral("0 pictures selected"));
         QVERIFY(form->MNUVIEWSTANDARDBAR->isChecked() && form->MNUVIEWSTATUSBAR->isChecked());
@@ -180,7 +182,7 @@ private slots:
         QCOMPARE(texts(form->LVWFOUND), QStringList({"a.jpg"}));
         QCOMPARE(form->FLBFOUND.Path(), dir.path());
         QCOMPARE(form->LBLDESC->text(), "Vistarro - (" + gone + ")");
-        QCOMPARE(stored(frmMain::preferencesKey(), QStringLiteral("Files Location")), gone + "/");
+        QCOMPARE(stored(album::preferencesKey(), QStringLiteral("Files Location")), gone + "/");
     }
 
     // A stored folder that the tree can't choose leaves the tree as it stands,
@@ -200,19 +202,19 @@ private slots:
         QTemporaryDir dir;
         QVERIFY(QDir(dir.path()).mkpath(".hidden/pictures"));
         const QString value = folder.isEmpty() ? folder : dir.filePath(folder);
-        store(frmMain::preferencesKey(), QStringLiteral("Files Location"), value);
+        store(album::preferencesKey(), QStringLiteral("Files Location"), value);
 
         frmMain* form = start();
         showAndFocus(form, form->FTVBROWSE);
         QCOMPARE(form->FTVBROWSE->selectedfolder(), QString());
         QCOMPARE(form->LBLDESC->text(), QStringLiteral("Vistarro"));
         QCOMPARE(form->LVWFOUND->ListItems().Count(), 0);
-        QCOMPARE(stored(frmMain::preferencesKey(), QStringLiteral("Files Location")), value);
+        QCOMPARE(stored(album::preferencesKey(), QStringLiteral("Files Location")), value);
 
         // The person's choice is a change of folder as always.
         QTest::keyClick(form->FTVBROWSE, Qt::Key_Down);
         QVERIFY(!form->FTVBROWSE->selectedfolder().isEmpty());
-        QCOMPARE(stored(frmMain::preferencesKey(), QStringLiteral("Files Location")),
+        QCOMPARE(stored(album::preferencesKey(), QStringLiteral("Files Location")),
                  form->FTVBROWSE->selectedfolder() + "/");
     }
 
@@ -226,7 +228,7 @@ private slots:
             QVERIFY(QDir(dir.path()).mkdir(QStringLiteral("f%1").arg(i, 2, 10, QLatin1Char('0'))));
         const QString chosen = dir.filePath("z" + QString(120, 'x'));
         QVERIFY(QDir().mkdir(chosen));
-        store(frmMain::preferencesKey(), QStringLiteral("Files Location"), chosen + "/");
+        store(album::preferencesKey(), QStringLiteral("Files Location"), chosen + "/");
 
         frmMain* form = start();
         form->show();
@@ -356,10 +358,10 @@ private slots:
         TempStore temp;
         const QStringList before = {"/p/one.jpg",  "",         "<absent>", "/p/four.jpg",
                                     "/p/five.jpg", "<absent>", "<absent>", "<absent>"};
-        store(frmMain::albumCountKey(), "Items", count);
+        store(AlbumStore::countKey(), AlbumStore::countName(), count);
         for (int number = 1; number <= before.size(); ++number)
             if (before[number - 1] != QLatin1String("<absent>"))
-                store(frmMain::albumSlotsKey(), QString::number(number), before[number - 1]);
+                store(AlbumStore::slotsKey(), AlbumStore::slotName(number), before[number - 1]);
 
         frmMain* form = start();
         QCOMPARE(texts(form->LSTSELECTED), expected);
@@ -524,8 +526,8 @@ private slots:
         frmMain* form = start();
         form->MNUVIEWSTATUSBAR->trigger();
         QVERIFY(form->SBMAIN->isHidden());
-        QCOMPARE(stored(frmMain::viewKey(), "Standard Toolbar"), QStringLiteral("True"));
-        QCOMPARE(stored(frmMain::viewKey(), "Status Bar"), QStringLiteral("False"));
+        QCOMPARE(stored(album::viewKey(), "Standard Toolbar"), QStringLiteral("True"));
+        QCOMPARE(stored(album::viewKey(), "Status Bar"), QStringLiteral("False"));
         form = restart();
         QVERIFY(form->SBMAIN->isHidden() && !form->MNUVIEWSTATUSBAR->isChecked());
     }

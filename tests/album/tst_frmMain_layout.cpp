@@ -4,8 +4,10 @@
 #include "Stored.h"
 #include "TempStore.h"
 
+#include "album/MainSettings.h"
 #include "album/frmMain.h"
 #include "library/clsLibrary.h"
+#include "platform/core/Registry.h"
 #include "platform/widgets/FolderTree.h"
 #include "platform/widgets/ListView.h"
 #include "platform/widgets/Screen.h"
@@ -53,7 +55,7 @@ void resizeClient(frmMain* form, float width, float height)
 
 QString stored(const QString& item)
 {
-    return testsupport::stored(frmMain::preferencesKey(), item);
+    return testsupport::stored(album::preferencesKey(), item);
 }
 
 } // namespace
@@ -134,7 +136,7 @@ private slots:
         QCOMPARE(stored("Splitter Bar Top"), QString::number(top));
 
         // A stored left beyond the window is corrected at the first layout.
-        clsLibrary::instance().REGSTRWRITE(clsLibrary::currentUserKey(), frmMain::preferencesKey(),
+        clsLibrary::instance().REGSTRWRITE(clsLibrary::currentUserKey(), album::preferencesKey(),
                                            "Splitter Bar Left", "20000");
         form = restart();
         resizeClient(form, 9675, 6375);
@@ -145,6 +147,19 @@ private slots:
         resizeClient(form, 1800, 6375);
         QCOMPARE(twips(form->PICBAR2).Left(), form->ScaleWidth() - 1000);
         QVERIFY(twips(form->PICBAR2).Left() < 1000);
+    }
+
+    // The store keeps a value's name as first written and finds it under any case;
+    // the top splitter has always been written as "Splitter Bar top".
+    void splittersAreStoredUnderTheirNames()
+    {
+        TempStore temp;
+        restart();
+        Forms::unload<frmMain>();
+        QStringList names =
+            platform::Registry::instance().valueNames(platform::HKEY_CURRENT_USER, album::preferencesKey());
+        names.sort();
+        QCOMPARE(names, QStringList({"Files Location", "Splitter Bar Left", "Splitter Bar top"}));
     }
 
     void barsToggledLayTheWindowOutAnew()

@@ -18,6 +18,7 @@
 #include "platform/widgets/ListView.h"
 #include "platform/widgets/MsgBox.h"
 #include "platform/widgets/PictureBox.h"
+#include "settings/AlbumStore.h"
 #include "viewer/frmPPrevPhoto.h"
 #include "viewer/frmScreen.h"
 
@@ -167,9 +168,9 @@ QString showOf(const QString& good, const QString& path)
     const auto write = [](const QString& key, const QString& item, const QString& data) {
         clsLibrary::instance().REGSTRWRITE(clsLibrary::currentUserKey(), key, item, data);
     };
-    write(frmMain::albumCountKey(), QStringLiteral("Items"), QStringLiteral("2"));
-    write(frmMain::albumSlotsKey(), QStringLiteral("1"), good);
-    write(frmMain::albumSlotsKey(), QStringLiteral("2"), path);
+    write(AlbumStore::countKey(), AlbumStore::countName(), QStringLiteral("2"));
+    write(AlbumStore::slotsKey(), AlbumStore::slotName(1), good);
+    write(AlbumStore::slotsKey(), AlbumStore::slotName(2), path);
     frmScreen& show = Forms::get<frmScreen>();
     show.Show();
     show.TMRPICS_Timer();

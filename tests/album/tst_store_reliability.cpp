@@ -16,6 +16,7 @@
 #include "platform/core/Registry.h"
 #include "platform/widgets/FolderTree.h"
 #include "platform/widgets/ListView.h"
+#include "settings/AlbumStore.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -45,7 +46,7 @@ using testsupport::stored;
 
 QString slot(int n)
 {
-    return stored(frmMain::albumSlotsKey(), QString::number(n));
+    return stored(AlbumStore::slotsKey(), AlbumStore::slotName(n));
 }
 
 // A folder of pictures named so that the found list's order is the numbers'.
@@ -123,7 +124,7 @@ int checkAddedInOrder(const TempStore& store, const QStringList& pictures, Blank
 {
     [&] { QCOMPARE(integrity(store.databasePath()), QStringLiteral("ok")); }();
     bool isNumber = false;
-    const QString count = stored(frmMain::albumCountKey(), QStringLiteral("Items"));
+    const QString count = stored(AlbumStore::countKey(), AlbumStore::countName());
     const int items = count == QLatin1String("<absent>") ? 0 : count.toInt(&isNumber);
     if (items != 0 && (!isNumber || items > pictures.size()))
         qWarning("Items is %s", qPrintable(count));
@@ -346,7 +347,7 @@ private slots:
             QVERIFY2(secondOk, qPrintable(second.output().join('\n') + second.error));
 
             QCOMPARE(integrity(store.databasePath()), QStringLiteral("ok"));
-            const QString items = stored(frmMain::albumCountKey(), QStringLiteral("Items"));
+            const QString items = stored(AlbumStore::countKey(), AlbumStore::countName());
             QVERIFY2(items == QString::number(2 * count) || items == QString::number(2 * count - 1),
                      qPrintable(items));
             for (int i = 1; i <= count; ++i)
@@ -357,8 +358,9 @@ private slots:
                   round, count, ms);
             // The next round must find its own paths, not the first round's.
             for (int n = 1; n <= 2 * count; ++n)
-                QVERIFY(clsLibrary::instance().REGSTRWRITE(
-                    clsLibrary::currentUserKey(), frmMain::albumSlotsKey(), QString::number(n), QString()));
+                QVERIFY(clsLibrary::instance().REGSTRWRITE(clsLibrary::currentUserKey(),
+                                                           AlbumStore::slotsKey(), AlbumStore::slotName(n),
+                                                           QString()));
         }
     }
 
@@ -674,10 +676,10 @@ private slots:
             return clsLibrary::instance().REGSTRWRITE(clsLibrary::currentUserKey(), key, item, data);
         };
         QStringList album;
-        QVERIFY(write(frmMain::albumCountKey(), QStringLiteral("Items"), QStringLiteral("200")));
+        QVERIFY(write(AlbumStore::countKey(), AlbumStore::countName(), QStringLiteral("200")));
         for (int n = 1; n <= 200; ++n) {
             album << path(n);
-            QVERIFY(write(frmMain::albumSlotsKey(), QString::number(n), album.last()));
+            QVERIFY(write(AlbumStore::slotsKey(), AlbumStore::slotName(n), album.last()));
         }
         platform::Registry::instance().reopen();
 
@@ -726,7 +728,7 @@ private slots:
         form.CLEAR();
         form.CLEARALL();
         QCOMPARE(form.LSTSELECTED->ListItems().Count(), 0);
-        QVERIFY(!write(frmMain::albumCountKey(), QStringLiteral("Items"), QStringLiteral("0")));
+        QVERIFY(!write(AlbumStore::countKey(), AlbumStore::countName(), QStringLiteral("0")));
         platform::Registry::instance().reopen();
         QCOMPARE(fileBytes(database), before);
     }

@@ -117,13 +117,13 @@ void tst_docprops::pagesFollowTheStoredMargins()
     int inch = 0;
     {
         TempStore temp;
-        inch = pagesWith(QStringLiteral("1"), printing::marginsKey());
+        inch = pagesWith(QStringLiteral("1"), printing::previewKey());
     }
     QVERIFY(inch > 1);
     TempStore temp;
     const int pages =
         pagesWith(margin, programKey ? clsLibrary::programKey() + QStringLiteral("\\GLOBAL\\frmPPrev\\Items")
-                                     : printing::marginsKey());
+                                     : printing::previewKey());
     QTEST(pages < inch ? -1 : pages > inch ? 1 : 0, "comparedWithInch");
 }
 

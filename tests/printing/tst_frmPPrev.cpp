@@ -19,6 +19,7 @@
 #include "platform/widgets/StatusBar.h"
 #include "platform/widgets/Toolbar.h"
 #include "platform/widgets/Twips.h"
+#include "printing/PageSettings.h"
 #include "printing/clsPrinting.h"
 #include "printing/frmPPrev.h"
 
@@ -61,12 +62,12 @@ QString lines(int count)
 
 QString stored(const QString& item)
 {
-    return testsupport::stored(frmPPrev::settingsKey(), item, QStringLiteral("(none)"));
+    return testsupport::stored(printing::previewKey(), item, QStringLiteral("(none)"));
 }
 
 void store(const QString& item, const QString& value)
 {
-    clsLibrary::instance().REGSTRWRITE(clsLibrary::currentUserKey(), frmPPrev::settingsKey(), item, value);
+    clsLibrary::instance().REGSTRWRITE(clsLibrary::currentUserKey(), printing::previewKey(), item, value);
 }
 
 int page(const frmPPrev& form)

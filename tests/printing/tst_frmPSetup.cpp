@@ -200,7 +200,7 @@ void tst_frmPSetup::okStoresWhatTheDialogShows()
     QVERIFY(!Forms::isLoaded<frmPSetup>());
     const QString owner = clsLibrary::instance().GETCOMPANYNAME();
     const std::pair<QString, QStringList> expected[] = {
-        {printing::marginsKey(),
+        {printing::previewKey(),
          {"Page Margin 0=1.5", "Page Margin 1=1.0", "Page Margin 2=1.0", "Page Margin 3=0.25"}},
         {printing::headerKey(),
          {"Checked=0", "chkTitle=1", "chkHLine=1", "chkDate=1", "chkTime=1", "txtTitle=Quarterly"}},

@@ -16,6 +16,7 @@
 #include "platform/core/App.h"
 #include "platform/core/Error.h"
 #include "platform/widgets/Form.h"
+#include "settings/AlbumStore.h"
 #include "viewer/frmScreen.h"
 
 #include <QApplication>
@@ -108,14 +109,9 @@ bool limitAddressSpace(int mib)
 
 int play(const QString& folder, int steps, int mib)
 {
-    clsLibrary& library = clsLibrary::instance();
-    const QString album = clsLibrary::programKey() + QStringLiteral("\\fPICTURES");
-    library.REGSTRWRITE(clsLibrary::currentUserKey(), album + QStringLiteral("\\Items"),
-                        QStringLiteral("Items"), QString::number(Pictures));
+    AlbumStore::setCount(Pictures);
     for (int n = 0; n < Pictures; ++n)
-        library.REGSTRWRITE(clsLibrary::currentUserKey(), album + QStringLiteral("\\Selection"),
-                            QString::number(n + 1),
-                            QDir(folder).filePath(nameOf(n) + QStringLiteral(".jpg")));
+        AlbumStore::setSlot(n + 1, QDir(folder).filePath(nameOf(n) + QStringLiteral(".jpg")));
     Form main(QStringLiteral("frmMain"));
     Forms::setMainForm(&main);
     if (mib > 0 && !limitAddressSpace(mib))

@@ -7,6 +7,7 @@
 
 #include "library/clsLibrary.h"
 #include "platform/widgets/Screen.h"
+#include "settings/AlbumStore.h"
 #include "viewer/frmScreen.h"
 
 #include <QLabel>
@@ -19,11 +20,6 @@ namespace {
 void store(const QString& key, const QString& item, const QString& data)
 {
     QVERIFY(clsLibrary::instance().REGSTRWRITE(clsLibrary::currentUserKey(), key, item, data));
-}
-
-QString countKey()
-{
-    return clsLibrary::programKey() + QStringLiteral("\\fPICTURES\\Items");
 }
 
 // Picture files in a folder of their own, and the album in the store.
@@ -42,11 +38,10 @@ public:
     // Writes the count and one slot per path; a null path leaves its slot unwritten.
     static void setSlots(const QStringList& paths)
     {
-        store(countKey(), QStringLiteral("Items"), QString::number(paths.size()));
+        store(AlbumStore::countKey(), AlbumStore::countName(), QString::number(paths.size()));
         for (int n = 1; n <= paths.size(); ++n)
             if (!paths[n - 1].isNull())
-                store(clsLibrary::programKey() + QStringLiteral("\\fPICTURES\\Selection"), QString::number(n),
-                      paths[n - 1]);
+                store(AlbumStore::slotsKey(), AlbumStore::slotName(n), paths[n - 1]);
     }
 
 private:
@@ -225,7 +220,7 @@ private slots:
         QFETCH(QString, items);
         TempStore temp;
         if (!items.isNull())
-            store(countKey(), QStringLiteral("Items"), items);
+            store(AlbumStore::countKey(), AlbumStore::countName(), items);
         frmScreen* form = start();
         QCOMPARE(caption(form), QStringLiteral(" (1 of 0)"));
         QVERIFY(form->IMGMAIN->pixmap().isNull());

@@ -9,6 +9,7 @@
 #include "library/clsLibrary.h"
 #include "platform/core/Error.h"
 #include "platform/core/Picture.h"
+#include "settings/AlbumStore.h"
 #include "viewer/PicturePrefetch.h"
 #include "viewer/frmScreen.h"
 
@@ -89,16 +90,12 @@ void writeFile(const QString& path, const QByteArray& bytes)
 
 void writeSlot(int slot, const QString& path)
 {
-    QVERIFY(clsLibrary::instance().REGSTRWRITE(
-        clsLibrary::currentUserKey(), clsLibrary::programKey() + QStringLiteral("\\fPICTURES\\Selection"),
-        QString::number(slot), path));
+    QVERIFY(AlbumStore::setSlot(slot, path));
 }
 
 void writeAlbum(const QStringList& paths)
 {
-    QVERIFY(clsLibrary::instance().REGSTRWRITE(
-        clsLibrary::currentUserKey(), clsLibrary::programKey() + QStringLiteral("\\fPICTURES\\Items"),
-        QStringLiteral("Items"), QString::number(paths.size())));
+    QVERIFY(AlbumStore::setCount(int32_t(paths.size())));
     for (int slot = 1; slot <= paths.size(); ++slot)
         writeSlot(slot, paths[slot - 1]);
 }
