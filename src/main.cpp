@@ -1,4 +1,5 @@
 #include "album/frmMain.h"
+#include "config.h"
 #include "platform/App.h"
 #include "platform/Application.h"
 #include "platform/Form.h"

@@ -1,5 +1,6 @@
 #include "about/frmAbout.h"
 
+#include "config.h"
 #include "platform/App.h"
 #include "presentation/TXTSEP.h"
 #include "settings/clsLibrary.h"

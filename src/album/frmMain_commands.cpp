@@ -4,6 +4,7 @@
 
 #include "about/frmAbout.h"
 #include "album/frmPopup.h"
+#include "config.h"
 
 #include "platform/Conversions.h"
 #include "platform/Error.h"

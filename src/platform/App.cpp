@@ -1,5 +1,7 @@
 #include "platform/App.h"
 
+#include "config.h"
+
 #include <QCoreApplication>
 #include <QFileInfo>
 

@@ -3,6 +3,7 @@
 #include "TempStore.h"
 
 #include "about/frmAbout.h"
+#include "config.h"
 #include "platform/Screen.h"
 #include "platform/Shell.h"
 #include "settings/clsLibrary.h"
