@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Random input to the real program on a virtual X screen, for as long as asked.
 #
-#   tools/e2e/monkey.sh VISTARRO [SECONDS]      (60 unless given)
-#   MONKEY_SEED=N tools/e2e/monkey.sh ...       repeats the input of an earlier run
+#   tests/e2e/monkey.sh VISTARRO [SECONDS]      (60 unless given)
+#   MONKEY_SEED=N tests/e2e/monkey.sh ...       repeats the input of an earlier run
 #
 # Clicks anywhere in the main window (the folder tree, both lists, the toolbar,
 # the splitters), opens menus and context menus and picks from them, types
@@ -33,7 +33,7 @@ REQUIRED_TOOLS="python3"
 source "$here/lib.sh"
 store="$XDG_CONFIG_HOME/ZUV Software Development/settings.sqlite"
 export BROWSER=true
-export ASAN_OPTIONS="detect_leaks=0:abort_on_error=1"
+export ASAN_OPTIONS="abort_on_error=1"
 export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1"
 step "seed $seed, $seconds seconds"
 
