@@ -4,10 +4,12 @@
 #include "TempStore.h"
 
 #include "picinfo/frmProps.h"
+#include "platform/Form.h"
 #include "platform/Printer.h"
 #include "platform/RichTextBox.h"
 #include "printing/PageSettings.h"
 #include "printing/Paper.h"
+#include "printing/frmPPrev.h"
 #include "settings/clsLibrary.h"
 
 #include <QApplication>
@@ -59,6 +61,7 @@ class tst_docprops : public QObject {
 
 private slots:
     void initTestCase();
+    void cleanup();
     void figuresOfEachType_data();
     void figuresOfEachType();
     void pagesFollowTheStoredMargins_data();
@@ -71,6 +74,13 @@ void tst_docprops::initTestCase()
     printer.selectPrinter(QString::fromLatin1(platform::Printer::PdfPrinterName));
     printing::setPaperSize(printer, 1);
     printing::setOrientation(printer, printing::Portrait);
+}
+
+// The page count lays the document out in the print preview's form, which it
+// loads hidden; the test unloads it as the preview's window would.
+void tst_docprops::cleanup()
+{
+    Forms::unload<frmPPrev>();
 }
 
 void tst_docprops::figuresOfEachType_data()
