@@ -3,9 +3,9 @@
 // and writes they are made of. Each benchmark builds its own data in a temporary
 // folder and points the store at a temporary config home.
 #include "album/frmMain.h"
-#include "platform/FolderTree.h"
-#include "platform/ListView.h"
-#include "platform/Registry.h"
+#include "platform/core/Registry.h"
+#include "platform/widgets/FolderTree.h"
+#include "platform/widgets/ListView.h"
 #include "settings/clsLibrary.h"
 
 #include <QApplication>

@@ -9,8 +9,8 @@
 //
 // VISTARRO_BENCH_JPEGS names a folder that --write-pictures has filled; without it
 // the benchmarks write the pictures into a temporary folder first.
-#include "platform/Form.h"
-#include "platform/Registry.h"
+#include "platform/core/Registry.h"
+#include "platform/widgets/Form.h"
 #include "settings/clsLibrary.h"
 #include "viewer/PicturePrefetch.h"
 #include "viewer/frmScreen.h"

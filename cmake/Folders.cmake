@@ -1,19 +1,37 @@
-# A subsystem folder of src/ becomes one static library, vistarro_<folder>, of every
-# source file in it; new files are picked up without editing this list.
+# A folder of src/ becomes one static library of every source file in it, named
+# after the folder's last part (src/platform/core is vistarro_core); new files are
+# picked up without editing this list.
+#
+# Each library sees only its own headers and those of the libraries it links: its
+# include root, in the build tree, holds one link to its own folder under the
+# folder's path, so "settings/clsLibrary.h" is found from settings and from every
+# library that links vistarro_settings, and from nowhere else. A call from a lower
+# folder to a higher one therefore doesn't compile.
 function(vistarro_folder_library folder)
+  get_filename_component(name "${folder}" NAME)
+  set(root "${PROJECT_BINARY_DIR}/include/${name}")
+  get_filename_component(parent "${root}/${folder}" DIRECTORY)
+  file(MAKE_DIRECTORY "${parent}")
+  file(CREATE_LINK "${PROJECT_SOURCE_DIR}/src/${folder}" "${root}/${folder}" SYMBOLIC)
   file(GLOB sources CONFIGURE_DEPENDS
     "${PROJECT_SOURCE_DIR}/src/${folder}/*.cpp"
     "${PROJECT_SOURCE_DIR}/src/${folder}/*.h"
     "${PROJECT_SOURCE_DIR}/src/${folder}/*.qrc")
-  if(NOT sources)
-    # A subsystem that has no code yet.
-    add_library(vistarro_${folder} INTERFACE)
-    target_link_libraries(vistarro_${folder} INTERFACE ${ARGN})
-    return()
-  endif()
-  add_library(vistarro_${folder} STATIC ${sources})
-  target_include_directories(vistarro_${folder} PUBLIC "${PROJECT_SOURCE_DIR}/src")
-  target_link_libraries(vistarro_${folder} PUBLIC ${ARGN})
+  add_library(vistarro_${name} STATIC ${sources})
+  target_include_directories(vistarro_${name} PUBLIC "${root}")
+  target_link_libraries(vistarro_${name} PUBLIC ${ARGN})
+  # For the include graph check: the library, its folder, the folder libraries it links.
+  list(FILTER ARGN INCLUDE REGEX "^vistarro_")
+  list(JOIN ARGN " " links)
+  set_property(GLOBAL APPEND PROPERTY VISTARRO_LAYER_GRAPH "vistarro_${name} ${folder} ${links}")
+endfunction()
+
+# Writes the link graph of the folder libraries, one line each, for the check
+# that the include graph matches it (tests/layers/include_graph.py).
+function(vistarro_write_layer_graph file)
+  get_property(lines GLOBAL PROPERTY VISTARRO_LAYER_GRAPH)
+  list(JOIN lines "\n" text)
+  file(WRITE "${file}" "${text}\n")
 endfunction()
 
 # The environment of every test: widgets on the offscreen platform, and

@@ -4,9 +4,9 @@
 // must agree, and what they give must be a header that can be.
 #include "MemoryFile.h"
 
-#include "picinfo/ImageHeader.h"
-#include "platform/Error.h"
-#include "platform/MsgBox.h"
+#include "platform/core/Error.h"
+#include "platform/core/ImageHeader.h"
+#include "platform/widgets/MsgBox.h"
 #include "settings/clsLibrary.h"
 
 namespace {
@@ -15,10 +15,10 @@ MemoryFile* file = nullptr;
 // Answers queued for the message box and not yet taken.
 int queuedAnswers = 0;
 
-void checkPossible(const picinfo::HeaderReading& reading)
+void checkPossible(const platform::HeaderReading& reading)
 {
-    const picinfo::ImageHeader& h = reading.header;
-    FUZZ_CHECK(h.type >= picinfo::UnknownImage && h.type <= picinfo::BmpImage, "type %d", h.type);
+    const platform::ImageHeader& h = reading.header;
+    FUZZ_CHECK(h.type >= platform::UnknownImage && h.type <= platform::BmpImage, "type %d", h.type);
     // Sizes are two bytes below 0x8000; a depth is at most one byte times 8.
     FUZZ_CHECK(h.width >= 0 && h.width <= 32767 && h.height >= 0 && h.height <= 32767, "size %d x %d",
                h.width, h.height);
@@ -26,12 +26,12 @@ void checkPossible(const picinfo::HeaderReading& reading)
     if (reading.failure) {
         // Bytes in memory fail only on a value too big for 16 bits.
         FUZZ_CHECK(reading.failure->number == platform::err::Overflow, "failure %d", reading.failure->number);
-    } else if (h.type == picinfo::UnknownImage) {
+    } else if (h.type == platform::UnknownImage) {
         FUZZ_CHECK(h.width == 0 && h.height == 0 && h.depth == 0, "an unknown type with a size");
     }
 }
 
-bool same(const picinfo::HeaderReading& a, const picinfo::HeaderReading& b)
+bool same(const platform::HeaderReading& a, const platform::HeaderReading& b)
 {
     return a.header.type == b.header.type && a.header.width == b.header.width &&
            a.header.height == b.header.height && a.header.depth == b.header.depth &&
@@ -49,12 +49,12 @@ extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    const picinfo::HeaderReading inMemory =
-        picinfo::readImageHeader(QByteArrayView(reinterpret_cast<const char*>(data), qsizetype(size)));
+    const platform::HeaderReading inMemory =
+        platform::readImageHeader(QByteArrayView(reinterpret_cast<const char*>(data), qsizetype(size)));
     checkPossible(inMemory);
 
     file->fill(data, size);
-    const picinfo::HeaderReading fromFile = picinfo::readImageFile(file->path());
+    const platform::HeaderReading fromFile = platform::readImageFile(file->path());
     FUZZ_CHECK(same(inMemory, fromFile), "the file reads otherwise than its bytes");
 
     if (queuedAnswers == 0) {

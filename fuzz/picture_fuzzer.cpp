@@ -6,8 +6,8 @@
 // fuzz/run.sh sets just above it.
 #include "MemoryFile.h"
 
-#include "platform/Error.h"
-#include "platform/Picture.h"
+#include "platform/core/Error.h"
+#include "platform/core/Picture.h"
 
 #include <functional>
 #include <string_view>

@@ -12,7 +12,7 @@
 // Each input starts from a store that doesn't exist yet. A mismatch aborts.
 #include "MemoryFile.h"
 
-#include "platform/Registry.h"
+#include "platform/core/Registry.h"
 #include "settings/clsLibrary.h"
 
 #include <QCoreApplication>

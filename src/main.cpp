@@ -1,8 +1,8 @@
 #include "album/frmMain.h"
 #include "config.h"
-#include "platform/App.h"
-#include "platform/Application.h"
-#include "platform/Form.h"
+#include "platform/core/App.h"
+#include "platform/widgets/Application.h"
+#include "platform/widgets/Form.h"
 #include "resources/Icons.h"
 
 #include <cstdio>

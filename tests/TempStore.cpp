@@ -1,6 +1,6 @@
 #include "TempStore.h"
 
-#include "platform/Registry.h"
+#include "platform/core/Registry.h"
 
 TempStore::TempStore()
     : previous_(qgetenv("XDG_CONFIG_HOME")), hadPrevious_(qEnvironmentVariableIsSet("XDG_CONFIG_HOME"))

@@ -1,6 +1,6 @@
 #include "ToolbarPointer.h"
 
-#include "platform/Toolbar.h"
+#include "platform/widgets/Toolbar.h"
 
 #include <QAction>
 #include <QCursor>

@@ -8,9 +8,8 @@
 // value too large for the reader, gives the path, "error" and the error's text.
 // Exit status: 0 when every file was read, 1 otherwise, 2 for a usage error.
 
-#include "picinfo/ImageHeader.h"
-#include "platform/FileNames.h"
-#include "settings/clsLibrary.h"
+#include "platform/core/FileNames.h"
+#include "platform/core/ImageHeader.h"
 
 #include <QByteArray>
 #include <QString>
@@ -38,15 +37,15 @@ int usage(FILE* stream, int status)
 // isn't valid UTF-8 comes out as it went in.
 bool describe(const QByteArray& path)
 {
-    const picinfo::HeaderReading reading = picinfo::readImageFile(platform::decodeFileName(path));
+    const platform::HeaderReading reading = platform::readImageFile(platform::decodeFileName(path));
     QStringList fields;
     if (reading.failure) {
         fields << QStringLiteral("error") << reading.failure->text;
     } else {
-        const picinfo::ImageHeader& header = reading.header;
-        fields << picinfo::imageTypeText(header.type) << QString::number(header.width)
+        const platform::ImageHeader& header = reading.header;
+        fields << platform::imageTypeText(header.type) << QString::number(header.width)
                << QString::number(header.height) << QString::number(header.depth)
-               << clsLibrary::instance().GETCOLORDEPTH(QString::number(header.depth));
+               << platform::colorDepthWords(QString::number(header.depth));
     }
     write(stdout, path + '\t' + fields.join(QLatin1Char('\t')).toUtf8() + '\n');
     return !reading.failure;

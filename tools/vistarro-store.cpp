@@ -11,9 +11,9 @@
 // writes text values through the program's own store code, which makes the store
 // and its keys when missing; the end-to-end checks seed a store with it.
 
-#include "platform/Error.h"
-#include "platform/Registry.h"
-#include "platform/RegistryDump.h"
+#include "platform/core/Error.h"
+#include "platform/core/Registry.h"
+#include "platform/core/RegistryDump.h"
 
 #include <QString>
 

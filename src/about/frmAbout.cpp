@@ -1,7 +1,7 @@
 #include "about/frmAbout.h"
 
 #include "config.h"
-#include "platform/App.h"
+#include "platform/core/App.h"
 #include "presentation/TXTSEP.h"
 #include "settings/clsLibrary.h"
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/FileListBox.h"
-#include "platform/Form.h"
-#include "platform/ImageList.h"
+#include "platform/core/FileListBox.h"
+#include "platform/widgets/Form.h"
+#include "platform/widgets/ImageList.h"
 
 #include <cstdint>
 

@@ -17,12 +17,12 @@
 // stored album followed by the pictures added meanwhile, which are stored then.
 #include "album/frmMain.h"
 
-#include "platform/Conversions.h"
-#include "platform/Error.h"
-#include "platform/ListView.h"
-#include "platform/Registry.h"
-#include "platform/Screen.h"
-#include "platform/StatusBar.h"
+#include "platform/core/Conversions.h"
+#include "platform/core/Error.h"
+#include "platform/core/Registry.h"
+#include "platform/widgets/ListView.h"
+#include "platform/widgets/Screen.h"
+#include "platform/widgets/StatusBar.h"
 #include "settings/clsLibrary.h"
 
 #include <QAction>

@@ -2,8 +2,8 @@
 // heading and is remembered for the next start. Only names are read.
 #include "album/frmMain.h"
 
-#include "platform/Error.h"
-#include "platform/ListView.h"
+#include "platform/core/Error.h"
+#include "platform/widgets/ListView.h"
 #include "settings/clsLibrary.h"
 
 using platform::resumeNext;

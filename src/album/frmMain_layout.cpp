@@ -6,13 +6,13 @@
 // (such as a negative size in a tiny window) is skipped and the next one runs.
 #include "album/frmMain.h"
 
-#include "platform/Conversions.h"
-#include "platform/Error.h"
-#include "platform/FolderTree.h"
-#include "platform/ListView.h"
-#include "platform/StatusBar.h"
-#include "platform/Toolbar.h"
-#include "platform/Twips.h"
+#include "platform/core/Conversions.h"
+#include "platform/core/Error.h"
+#include "platform/widgets/FolderTree.h"
+#include "platform/widgets/ListView.h"
+#include "platform/widgets/StatusBar.h"
+#include "platform/widgets/Toolbar.h"
+#include "platform/widgets/Twips.h"
 #include "presentation/VBAR.h"
 
 #include <QAction>

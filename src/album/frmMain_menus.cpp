@@ -3,8 +3,8 @@
 // which goes once a timer sees the pointer leave the bar.
 #include "album/frmMain.h"
 
-#include "platform/ControlEvents.h"
-#include "platform/Toolbar.h"
+#include "platform/widgets/ControlEvents.h"
+#include "platform/widgets/Toolbar.h"
 #include "presentation/ICOMNU.h"
 #include "settings/clsLibrary.h"
 

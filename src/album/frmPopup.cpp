@@ -2,9 +2,9 @@
 
 #include "album/frmMain.h"
 #include "picinfo/frmProps.h"
-#include "platform/Error.h"
-#include "platform/FolderTree.h"
-#include "platform/ListView.h"
+#include "platform/core/Error.h"
+#include "platform/widgets/FolderTree.h"
+#include "platform/widgets/ListView.h"
 #include "presentation/ICOMNU.h"
 #include "settings/clsLibrary.h"
 #include "viewer/frmPPrevPhoto.h"

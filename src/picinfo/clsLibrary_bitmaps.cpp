@@ -3,11 +3,11 @@
 
 #include "settings/clsLibrary.h"
 
-#include "platform/Conversions.h"
-#include "platform/Error.h"
-#include "platform/PictureBox.h"
-#include "platform/Screen.h"
-#include "platform/Twips.h"
+#include "platform/core/Conversions.h"
+#include "platform/core/Error.h"
+#include "platform/widgets/PictureBox.h"
+#include "platform/widgets/Screen.h"
+#include "platform/widgets/Twips.h"
 
 #include <QPainter>
 

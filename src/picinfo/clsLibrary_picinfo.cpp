@@ -2,17 +2,17 @@
 
 #include "settings/clsLibrary.h"
 
-#include "picinfo/ImageHeader.h"
-#include "platform/App.h"
-#include "platform/Conversions.h"
-#include "platform/Error.h"
-#include "platform/MsgBox.h"
+#include "platform/core/App.h"
+#include "platform/core/Conversions.h"
+#include "platform/core/Error.h"
+#include "platform/core/ImageHeader.h"
+#include "platform/widgets/MsgBox.h"
 
 void clsLibrary::GETIMAGEFILEINFO()
 {
     // A failure leaves the fields as the reading had them at that point, and is the
     // one failure of the program that the user is told about.
-    const picinfo::HeaderReading reading = picinfo::readImageFile(IMAGEFILE);
+    const platform::HeaderReading reading = platform::readImageFile(IMAGEFILE);
     IMAGETYPE = reading.header.type;
     IMAGEWIDTH = reading.header.width;
     IMAGEHEIGHT = reading.header.height;
@@ -26,21 +26,5 @@ void clsLibrary::GETIMAGEFILEINFO()
 
 QString clsLibrary::GETCOLORDEPTH(const QString& Depth)
 {
-    // Only these four depths have words; 2, 16 and 32 bits, and a text that isn't a
-    // whole number, show as nothing.
-    double bits = 0.0;
-    try {
-        bits = platform::toDouble(Depth);
-    } catch (const platform::Error&) {
-        return QString();
-    }
-    if (bits == 1.0)
-        return QStringLiteral("2 colors (1 bit)");
-    if (bits == 4.0)
-        return QStringLiteral("16 colors (4 bit)");
-    if (bits == 8.0)
-        return QStringLiteral("256 colors (8 bit)");
-    if (bits == 24.0)
-        return QStringLiteral("16 million colors (24 bit)");
-    return QString();
+    return platform::colorDepthWords(Depth);
 }

@@ -2,8 +2,8 @@
 // the Picture tab. The Document tab is in frmProps_document.cpp.
 #include "picinfo/frmProps.h"
 
-#include "picinfo/ImageHeader.h"
-#include "platform/Fonts.h"
+#include "platform/core/ImageHeader.h"
+#include "platform/widgets/Fonts.h"
 #include "presentation/PANEL.h"
 #include "presentation/TXTSEP.h"
 #include "settings/clsLibrary.h"
@@ -216,10 +216,10 @@ void frmProps::UPDATEPICINFO(const QString& FILEPATH)
     clsLibrary& library = clsLibrary::instance();
     library.IMAGEFILE = FILEPATH;
     library.GETIMAGEFILEINFO();
-    if (library.IMAGETYPE == picinfo::UnknownImage)
+    if (library.IMAGETYPE == platform::UnknownImage)
         return;
     const QString pixels = QStringLiteral(" pixels");
-    TXTPICTYPE->setText(picinfo::imageTypeText(library.IMAGETYPE));
+    TXTPICTYPE->setText(platform::imageTypeText(library.IMAGETYPE));
     TXTPICHEIGHT->setText(QString::number(library.IMAGEHEIGHT) + pixels);
     TXTPICWIDTH->setText(QString::number(library.IMAGEWIDTH) + pixels);
     TXTPICPIXELDEPTH->setText(library.GETCOLORDEPTH(QString::number(library.IMAGEDEPTH)));

@@ -2,9 +2,9 @@
 // caller holds in a rich text box.
 #include "picinfo/frmProps.h"
 
-#include "platform/Conversions.h"
-#include "platform/Error.h"
-#include "platform/RichTextBox.h"
+#include "platform/core/Conversions.h"
+#include "platform/core/Error.h"
+#include "platform/print/RichTextBox.h"
 #include "printing/PageSettings.h"
 #include "printing/clsPrinting.h"
 #include "printing/frmPPrev.h"

@@ -2,9 +2,9 @@
 // through the bytes of its name so that names that aren't UTF-8 work too.
 #include "picinfo/frmProps.h"
 
-#include "platform/Conversions.h"
-#include "platform/Error.h"
-#include "platform/FileNames.h"
+#include "platform/core/Conversions.h"
+#include "platform/core/Error.h"
+#include "platform/core/FileNames.h"
 #include "settings/clsLibrary.h"
 
 #include <QCheckBox>

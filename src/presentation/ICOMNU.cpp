@@ -1,6 +1,6 @@
 #include "presentation/ICOMNU.h"
 
-#include "platform/Error.h"
+#include "platform/core/Error.h"
 
 #include <QAction>
 #include <QMenu>

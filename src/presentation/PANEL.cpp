@@ -1,6 +1,6 @@
 #include "presentation/PANEL.h"
 
-#include "platform/Screen.h"
+#include "platform/widgets/Screen.h"
 
 #include <QEvent>
 #include <QPainter>

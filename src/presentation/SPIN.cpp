@@ -1,6 +1,6 @@
 #include "presentation/SPIN.h"
 
-#include "platform/Conversions.h"
+#include "platform/core/Conversions.h"
 
 #include <QLineEdit>
 #include <QRegularExpression>

@@ -1,6 +1,6 @@
 #include "presentation/VBAR.h"
 
-#include "platform/Screen.h"
+#include "platform/widgets/Screen.h"
 
 #include <QPainter>
 

@@ -3,12 +3,12 @@
 // the request that centres the next print dialog on the screen.
 #include "settings/clsLibrary.h"
 
-#include "platform/CommonDialog.h"
-#include "platform/Conversions.h"
-#include "platform/Error.h"
-#include "platform/Form.h"
-#include "platform/ImageList.h"
-#include "platform/Screen.h"
+#include "platform/core/Conversions.h"
+#include "platform/core/Error.h"
+#include "platform/print/CommonDialog.h"
+#include "platform/widgets/Form.h"
+#include "platform/widgets/ImageList.h"
+#include "platform/widgets/Screen.h"
 #include "presentation/FormControls.h"
 #include "presentation/ICOMNU.h"
 

@@ -2,9 +2,9 @@
 
 #include "settings/clsLibrary.h"
 
-#include "platform/App.h"
-#include "platform/Conversions.h"
-#include "platform/MsgBox.h"
+#include "platform/core/App.h"
+#include "platform/core/Conversions.h"
+#include "platform/widgets/MsgBox.h"
 
 #include <QRegularExpression>
 

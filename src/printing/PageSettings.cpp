@@ -1,7 +1,7 @@
 #include "printing/PageSettings.h"
 
-#include "platform/CommonDialog.h"
-#include "platform/Form.h"
+#include "platform/print/CommonDialog.h"
+#include "platform/widgets/Form.h"
 #include "settings/clsLibrary.h"
 
 namespace printing {

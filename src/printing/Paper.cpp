@@ -1,7 +1,7 @@
 #include "printing/Paper.h"
 
-#include "platform/Error.h"
-#include "platform/Printer.h"
+#include "platform/core/Error.h"
+#include "platform/print/Printer.h"
 
 #include <QPageLayout>
 #include <QPrinter>

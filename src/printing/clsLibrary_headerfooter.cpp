@@ -2,10 +2,10 @@
 // device before the page's body, from the settings that the page setup keeps.
 #include "settings/clsLibrary.h"
 
-#include "platform/App.h"
-#include "platform/Conversions.h"
-#include "platform/PictureSurface.h"
-#include "platform/Printer.h"
+#include "platform/core/App.h"
+#include "platform/core/Conversions.h"
+#include "platform/print/PictureSurface.h"
+#include "platform/print/Printer.h"
 #include "printing/PageSettings.h"
 
 #include <QDateTime>

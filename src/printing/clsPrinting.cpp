@@ -1,8 +1,8 @@
 #include "printing/clsPrinting.h"
 
-#include "platform/CommonDialog.h"
-#include "platform/Error.h"
-#include "platform/Form.h"
+#include "platform/core/Error.h"
+#include "platform/print/CommonDialog.h"
+#include "platform/widgets/Form.h"
 
 int32_t TEXTLEN = 0;
 

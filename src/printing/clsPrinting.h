@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/PageFormatter.h"
+#include "platform/print/PageFormatter.h"
 
 #include <QString>
 

@@ -2,11 +2,11 @@
 // page range, each page with its header and footer before the body.
 #include "printing/clsPrinting.h"
 
-#include "platform/CommonDialog.h"
-#include "platform/Conversions.h"
-#include "platform/Error.h"
-#include "platform/Printer.h"
-#include "platform/RichTextBox.h"
+#include "platform/core/Conversions.h"
+#include "platform/core/Error.h"
+#include "platform/print/CommonDialog.h"
+#include "platform/print/Printer.h"
+#include "platform/print/RichTextBox.h"
 #include "printing/frmPPrev.h"
 #include "settings/clsLibrary.h"
 

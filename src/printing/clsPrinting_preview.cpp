@@ -4,14 +4,14 @@
 // exists as a bitmap.
 #include "printing/clsPrinting.h"
 
-#include "platform/ComboBox.h"
-#include "platform/Conversions.h"
-#include "platform/ImageControl.h"
-#include "platform/PictureSurface.h"
-#include "platform/Printer.h"
-#include "platform/RichTextBox.h"
-#include "platform/StatusBar.h"
-#include "platform/Toolbar.h"
+#include "platform/core/Conversions.h"
+#include "platform/print/PictureSurface.h"
+#include "platform/print/Printer.h"
+#include "platform/print/RichTextBox.h"
+#include "platform/widgets/ComboBox.h"
+#include "platform/widgets/ImageControl.h"
+#include "platform/widgets/StatusBar.h"
+#include "platform/widgets/Toolbar.h"
 #include "printing/frmPPrev.h"
 #include "settings/clsLibrary.h"
 

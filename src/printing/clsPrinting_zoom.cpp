@@ -4,11 +4,11 @@
 // again. The step is the text of CBOPGZOOM and nothing else.
 #include "printing/clsPrinting.h"
 
-#include "platform/ComboBox.h"
-#include "platform/Conversions.h"
-#include "platform/ImageControl.h"
-#include "platform/Toolbar.h"
-#include "platform/Twips.h"
+#include "platform/core/Conversions.h"
+#include "platform/widgets/ComboBox.h"
+#include "platform/widgets/ImageControl.h"
+#include "platform/widgets/Toolbar.h"
+#include "platform/widgets/Twips.h"
 #include "printing/frmPPrev.h"
 
 #include <QAction>

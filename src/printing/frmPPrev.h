@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/Form.h"
-#include "platform/ImageList.h"
-#include "platform/PictureSurface.h"
+#include "platform/print/PictureSurface.h"
+#include "platform/widgets/Form.h"
+#include "platform/widgets/ImageList.h"
 
 #include <QStringList>
 

@@ -5,10 +5,10 @@
 // the toolkit refuses (a negative size in a tiny window) is skipped.
 #include "printing/frmPPrev.h"
 
-#include "platform/Error.h"
-#include "platform/ImageControl.h"
-#include "platform/StatusBar.h"
-#include "platform/Twips.h"
+#include "platform/core/Error.h"
+#include "platform/widgets/ImageControl.h"
+#include "platform/widgets/StatusBar.h"
+#include "platform/widgets/Twips.h"
 #include "printing/clsPrinting.h"
 
 #include <QFrame>

@@ -1,8 +1,8 @@
 // The page setup dialog: its controls and which handler each of them raises.
 #include "printing/frmPSetup.h"
 
-#include "platform/Screen.h"
-#include "platform/Twips.h"
+#include "platform/widgets/Screen.h"
+#include "platform/widgets/Twips.h"
 #include "presentation/PANEL.h"
 #include "presentation/SPIN.h"
 #include "presentation/TXTSEP.h"

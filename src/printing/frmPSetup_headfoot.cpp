@@ -2,7 +2,7 @@
 // with a picture of each that shows what the switches draw.
 #include "printing/frmPSetup.h"
 
-#include "platform/App.h"
+#include "platform/core/App.h"
 #include "printing/PageSettings.h"
 #include "settings/clsLibrary.h"
 

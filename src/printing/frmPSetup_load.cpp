@@ -2,9 +2,9 @@
 // storing them with OK, giving paper and orientation to the printer at the end.
 #include "printing/frmPSetup.h"
 
-#include "platform/Conversions.h"
-#include "platform/Error.h"
-#include "platform/Printer.h"
+#include "platform/core/Conversions.h"
+#include "platform/core/Error.h"
+#include "platform/print/Printer.h"
 #include "presentation/SPIN.h"
 #include "printing/PageSettings.h"
 #include "printing/Paper.h"

@@ -2,10 +2,10 @@
 // printer at once, the margins, and the miniature of the sheet drawn to scale.
 #include "printing/frmPSetup.h"
 
-#include "platform/Conversions.h"
-#include "platform/Error.h"
-#include "platform/Printer.h"
-#include "platform/Twips.h"
+#include "platform/core/Conversions.h"
+#include "platform/core/Error.h"
+#include "platform/print/Printer.h"
+#include "platform/widgets/Twips.h"
 #include "presentation/SPIN.h"
 #include "printing/Paper.h"
 #include "settings/clsLibrary.h"

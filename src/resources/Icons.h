@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ImageList.h"
+#include "platform/widgets/ImageList.h"
 
 #include <QCursor>
 #include <QIcon>

@@ -7,11 +7,11 @@
 
 #include "settings/clsLibrary.h"
 
-#include "platform/Conversions.h"
-#include "platform/Error.h"
-#include "platform/Form.h"
-#include "platform/Screen.h"
-#include "platform/Twips.h"
+#include "platform/core/Conversions.h"
+#include "platform/core/Error.h"
+#include "platform/widgets/Form.h"
+#include "platform/widgets/Screen.h"
+#include "platform/widgets/Twips.h"
 
 #include <QWidget>
 

@@ -4,9 +4,9 @@
 
 #include "settings/clsLibrary.h"
 
-#include "platform/App.h"
-#include "platform/Error.h"
-#include "platform/Registry.h"
+#include "platform/core/App.h"
+#include "platform/core/Error.h"
+#include "platform/core/Registry.h"
 
 #include <optional>
 

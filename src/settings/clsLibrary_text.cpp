@@ -2,10 +2,10 @@
 
 #include "settings/clsLibrary.h"
 
-#include "platform/App.h"
-#include "platform/Conversions.h"
-#include "platform/Error.h"
-#include "platform/Screen.h"
+#include "platform/core/App.h"
+#include "platform/core/Conversions.h"
+#include "platform/core/Error.h"
+#include "platform/widgets/Screen.h"
 
 #include <QComboBox>
 #include <QLineEdit>

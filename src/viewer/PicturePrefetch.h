@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Picture.h"
+#include "platform/core/Picture.h"
 
 #include <QString>
 #include <QStringList>

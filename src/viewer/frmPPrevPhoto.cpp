@@ -1,9 +1,9 @@
 #include "viewer/frmPPrevPhoto.h"
 
-#include "platform/Error.h"
-#include "platform/Picture.h"
-#include "platform/PictureBox.h"
-#include "platform/Twips.h"
+#include "platform/core/Error.h"
+#include "platform/core/Picture.h"
+#include "platform/widgets/PictureBox.h"
+#include "platform/widgets/Twips.h"
 #include "presentation/PANEL.h"
 #include "settings/clsLibrary.h"
 

@@ -2,10 +2,10 @@
 // the pictures decoded ahead for the steps to come.
 #include "viewer/frmScreen.h"
 
-#include "platform/Conversions.h"
-#include "platform/Error.h"
-#include "platform/Picture.h"
-#include "platform/Screen.h"
+#include "platform/core/Conversions.h"
+#include "platform/core/Error.h"
+#include "platform/core/Picture.h"
+#include "platform/widgets/Screen.h"
 #include "settings/clsLibrary.h"
 
 #include <QCoreApplication>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Form.h"
-#include "platform/Picture.h"
+#include "platform/core/Picture.h"
+#include "platform/widgets/Form.h"
 #include "viewer/PictureLabel.h"
 #include "viewer/PicturePrefetch.h"
 

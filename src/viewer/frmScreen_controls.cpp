@@ -2,9 +2,9 @@
 // button pauses and resumes, any other key and the left button leave.
 #include "viewer/frmScreen.h"
 
-#include "platform/ControlEvents.h"
-#include "platform/Desktop.h"
-#include "platform/Screen.h"
+#include "platform/widgets/ControlEvents.h"
+#include "platform/widgets/Desktop.h"
+#include "platform/widgets/Screen.h"
 
 #include <QGuiApplication>
 #include <QLabel>

@@ -4,8 +4,8 @@
 
 #include "about/frmAbout.h"
 #include "config.h"
-#include "platform/Screen.h"
-#include "platform/Shell.h"
+#include "platform/core/Shell.h"
+#include "platform/widgets/Screen.h"
 #include "settings/clsLibrary.h"
 
 #include <QLabel>

@@ -22,11 +22,11 @@
 #include "FaultyStore.h"
 
 #include "album/frmMain.h"
-#include "platform/App.h"
-#include "platform/Error.h"
-#include "platform/FolderTree.h"
-#include "platform/ListView.h"
-#include "platform/Registry.h"
+#include "platform/core/App.h"
+#include "platform/core/Error.h"
+#include "platform/core/Registry.h"
+#include "platform/widgets/FolderTree.h"
+#include "platform/widgets/ListView.h"
 
 #include <QApplication>
 #include <QFileInfo>

@@ -4,9 +4,9 @@
 
 #include "album/frmMain.h"
 #include "album/frmPopup.h"
-#include "platform/FolderTree.h"
-#include "platform/ListView.h"
-#include "platform/Toolbar.h"
+#include "platform/widgets/FolderTree.h"
+#include "platform/widgets/ListView.h"
+#include "platform/widgets/Toolbar.h"
 #include "viewer/frmScreen.h"
 
 #include <QAction>

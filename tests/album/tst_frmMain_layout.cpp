@@ -3,11 +3,11 @@
 #include "TempStore.h"
 
 #include "album/frmMain.h"
-#include "platform/FolderTree.h"
-#include "platform/ListView.h"
-#include "platform/Screen.h"
-#include "platform/StatusBar.h"
-#include "platform/Twips.h"
+#include "platform/widgets/FolderTree.h"
+#include "platform/widgets/ListView.h"
+#include "platform/widgets/Screen.h"
+#include "platform/widgets/StatusBar.h"
+#include "platform/widgets/Twips.h"
 #include "settings/clsLibrary.h"
 
 #include <QAction>

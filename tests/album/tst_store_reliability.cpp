@@ -10,9 +10,9 @@
 #include "TempStore.h"
 
 #include "album/frmMain.h"
-#include "platform/FolderTree.h"
-#include "platform/ListView.h"
-#include "platform/Registry.h"
+#include "platform/core/Registry.h"
+#include "platform/widgets/FolderTree.h"
+#include "platform/widgets/ListView.h"
 #include "settings/clsLibrary.h"
 
 #include <QDir>

@@ -3,8 +3,8 @@
 // that are too short, and DRAWBITMAP's sizing and stretching.
 
 #include "Bytes.h"
-#include "platform/Error.h"
-#include "platform/PictureBox.h"
+#include "platform/core/Error.h"
+#include "platform/widgets/PictureBox.h"
 #include "settings/clsLibrary.h"
 
 #include <QTest>

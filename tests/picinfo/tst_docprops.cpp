@@ -4,9 +4,9 @@
 #include "TempStore.h"
 
 #include "picinfo/frmProps.h"
-#include "platform/Form.h"
-#include "platform/Printer.h"
-#include "platform/RichTextBox.h"
+#include "platform/print/Printer.h"
+#include "platform/print/RichTextBox.h"
+#include "platform/widgets/Form.h"
 #include "printing/PageSettings.h"
 #include "printing/Paper.h"
 #include "printing/frmPPrev.h"

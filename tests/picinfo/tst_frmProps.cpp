@@ -6,8 +6,8 @@
 #include "TempStore.h"
 
 #include "picinfo/frmProps.h"
-#include "platform/FileNames.h"
-#include "platform/MsgBox.h"
+#include "platform/core/FileNames.h"
+#include "platform/widgets/MsgBox.h"
 #include "settings/clsLibrary.h"
 
 #include <QApplication>

@@ -2,10 +2,10 @@
 // files a folder can hold, and on pictures written by Qt's own image writers.
 
 #include "Bytes.h"
-#include "picinfo/ImageHeader.h"
-#include "platform/Error.h"
-#include "platform/FileNames.h"
-#include "platform/MsgBox.h"
+#include "platform/core/Error.h"
+#include "platform/core/FileNames.h"
+#include "platform/core/ImageHeader.h"
+#include "platform/widgets/MsgBox.h"
 #include "settings/clsLibrary.h"
 
 #include <QCoreApplication>
@@ -23,7 +23,7 @@
 #include <unistd.h>
 
 namespace err = platform::err;
-using picinfo::JpegScanLimit;
+using platform::JpegScanLimit;
 
 namespace {
 
@@ -228,7 +228,7 @@ void tst_ImageHeader::headers()
 
     const QByteArray file = path("picture.bin");
     QVERIFY(writeFile(file, content));
-    const picinfo::HeaderReading reading = picinfo::readImageFile(platform::decodeFileName(file));
+    const platform::HeaderReading reading = platform::readImageFile(platform::decodeFileName(file));
     QCOMPARE(reading.failure ? reading.failure->number : 0, failure);
     if (reading.failure)
         QCOMPARE(reading.failure->text, platform::Error::textOf(failure));
@@ -238,7 +238,7 @@ void tst_ImageHeader::headers()
     QCOMPARE(reading.header.depth, depth);
     QCOMPARE(clsLibrary::instance().GETCOLORDEPTH(QString::number(depth)), depthText);
     const QStringList typeTexts{"", "GIF", "JPEG", "PNG", "BMP"};
-    QCOMPARE(picinfo::imageTypeText(type), typeTexts.at(type));
+    QCOMPARE(platform::imageTypeText(type), typeTexts.at(type));
 }
 
 void tst_ImageHeader::files_data()
@@ -291,7 +291,7 @@ void tst_ImageHeader::files()
         QVERIFY(writeFile(name, gif(3, 4, 0)));
     }
 
-    const picinfo::HeaderReading reading = picinfo::readImageFile(platform::decodeFileName(name));
+    const platform::HeaderReading reading = platform::readImageFile(platform::decodeFileName(name));
     if (kind == "not utf-8")
         ::unlink(name.constData()); // QTemporaryDir can't remove a name it can't decode
     QCOMPARE(reading.failure ? reading.failure->number : 0, failure);
@@ -332,7 +332,7 @@ void tst_ImageHeader::qtWriters()
     const QString file = dir_.path() + "/written." + format;
     QVERIFY(image.save(file, format.constData()));
 
-    const picinfo::HeaderReading reading = picinfo::readImageFile(file);
+    const platform::HeaderReading reading = platform::readImageFile(file);
     QVERIFY(!reading.failure);
     QCOMPARE(reading.header.type, type);
     QCOMPARE(reading.header.width, 1201);

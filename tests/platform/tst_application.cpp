@@ -1,6 +1,6 @@
 // An exception out of an event handler ends the handler, not the program: the
 // show's timer once ended the program when the worker's thread couldn't start.
-#include "platform/Application.h"
+#include "platform/widgets/Application.h"
 
 #include <QTest>
 #include <QTimer>

@@ -1,5 +1,5 @@
-#include "platform/Conversions.h"
-#include "platform/Error.h"
+#include "platform/core/Conversions.h"
+#include "platform/core/Error.h"
 
 #include <QLocale>
 #include <QTest>

@@ -1,6 +1,6 @@
-#include "platform/Error.h"
-#include "platform/FileListBox.h"
-#include "platform/FileNames.h"
+#include "platform/core/Error.h"
+#include "platform/core/FileListBox.h"
+#include "platform/core/FileNames.h"
 
 #include <QTemporaryDir>
 #include <QTest>

@@ -1,4 +1,4 @@
-#include "platform/FileNames.h"
+#include "platform/core/FileNames.h"
 
 #include <QRandomGenerator>
 #include <QTest>

@@ -1,8 +1,8 @@
 // LoadPicture against what a folder can really hold: pictures under odd names and
 // files that aren't pictures at all. None of them may hang or take the process down.
-#include "platform/Error.h"
-#include "platform/FileNames.h"
-#include "platform/Picture.h"
+#include "platform/core/Error.h"
+#include "platform/core/FileNames.h"
+#include "platform/core/Picture.h"
 
 #include <QBuffer>
 #include <QImage>

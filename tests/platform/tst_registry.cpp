@@ -1,6 +1,6 @@
-#include "platform/Error.h"
-#include "platform/Registry.h"
-#include "platform/RegistryDump.h"
+#include "platform/core/Error.h"
+#include "platform/core/Registry.h"
+#include "platform/core/RegistryDump.h"
 
 #include "TempStore.h"
 

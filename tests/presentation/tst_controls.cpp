@@ -3,7 +3,7 @@
 #include "presentation/TXTSEP.h"
 #include "presentation/VBAR.h"
 
-#include "platform/Screen.h"
+#include "platform/widgets/Screen.h"
 
 #include <QSignalSpy>
 #include <QSizeGrip>

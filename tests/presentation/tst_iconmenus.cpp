@@ -1,6 +1,6 @@
 // Icon menu bindings and the toolbar's pointer test.
-#include "platform/Form.h"
-#include "platform/ImageList.h"
+#include "platform/widgets/Form.h"
+#include "platform/widgets/ImageList.h"
 #include "presentation/ICOMNU.h"
 #include "settings/clsLibrary.h"
 

@@ -3,8 +3,8 @@
 // pressed, the header and footer switches, and what is kept for the next opening.
 #include "TempStore.h"
 
-#include "platform/Printer.h"
-#include "platform/Twips.h"
+#include "platform/print/Printer.h"
+#include "platform/widgets/Twips.h"
 #include "presentation/SPIN.h"
 #include "printing/PageSettings.h"
 #include "printing/Paper.h"

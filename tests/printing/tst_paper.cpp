@@ -1,8 +1,8 @@
 // Papers on the printer: every paper of the list comes back from the printer as the
 // number it was chosen by, papers outside the list keep a number that chooses them
 // again, and numbers that name nothing leave the printer as it was.
-#include "platform/Error.h"
-#include "platform/Printer.h"
+#include "platform/core/Error.h"
+#include "platform/print/Printer.h"
 #include "printing/Paper.h"
 
 #include <QApplication>

@@ -2,12 +2,12 @@
 // header and footer on paper, checked in the written file with poppler's tools.
 #include "TempStore.h"
 
-#include "platform/App.h"
-#include "platform/CommonDialog.h"
-#include "platform/Error.h"
-#include "platform/PictureSurface.h"
-#include "platform/Printer.h"
-#include "platform/RichTextBox.h"
+#include "platform/core/App.h"
+#include "platform/core/Error.h"
+#include "platform/print/CommonDialog.h"
+#include "platform/print/PictureSurface.h"
+#include "platform/print/Printer.h"
+#include "platform/print/RichTextBox.h"
 #include "printing/clsPrinting.h"
 #include "printing/frmPPrev.h"
 #include "settings/clsLibrary.h"

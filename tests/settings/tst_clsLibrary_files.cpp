@@ -1,10 +1,10 @@
 #include "TempStore.h"
 
-#include "platform/App.h"
-#include "platform/Error.h"
-#include "platform/FileNames.h"
-#include "platform/MsgBox.h"
-#include "platform/Shell.h"
+#include "platform/core/App.h"
+#include "platform/core/Error.h"
+#include "platform/core/FileNames.h"
+#include "platform/core/Shell.h"
+#include "platform/widgets/MsgBox.h"
 #include "settings/clsLibrary.h"
 
 #include <QDir>

@@ -1,7 +1,7 @@
 #include "settings/clsLibrary.h"
 
-#include "platform/Form.h"
-#include "platform/Screen.h"
+#include "platform/widgets/Form.h"
+#include "platform/widgets/Screen.h"
 
 #include "TempStore.h"
 

@@ -1,6 +1,6 @@
 #include "settings/clsLibrary.h"
 
-#include "platform/Registry.h"
+#include "platform/core/Registry.h"
 
 #include "TempStore.h"
 

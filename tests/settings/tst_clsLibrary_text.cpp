@@ -1,4 +1,4 @@
-#include "platform/Error.h"
+#include "platform/core/Error.h"
 #include "settings/clsLibrary.h"
 
 #include <QComboBox>

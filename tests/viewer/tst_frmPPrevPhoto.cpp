@@ -2,9 +2,9 @@
 // size from the box's top left corner, and a picture that can't be loaded says so.
 #include "TempStore.h"
 
-#include "platform/PictureBox.h"
-#include "platform/Screen.h"
-#include "platform/Twips.h"
+#include "platform/widgets/PictureBox.h"
+#include "platform/widgets/Screen.h"
+#include "platform/widgets/Twips.h"
 #include "presentation/PANEL.h"
 #include "viewer/frmPPrevPhoto.h"
 

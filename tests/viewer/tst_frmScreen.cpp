@@ -4,7 +4,7 @@
 // timer's handler; nothing waits for the clock.
 #include "TempStore.h"
 
-#include "platform/Screen.h"
+#include "platform/widgets/Screen.h"
 #include "settings/clsLibrary.h"
 #include "viewer/frmScreen.h"
 

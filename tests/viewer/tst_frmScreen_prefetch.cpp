@@ -5,8 +5,8 @@
 // has changed.
 #include "TempStore.h"
 
-#include "platform/Error.h"
-#include "platform/Picture.h"
+#include "platform/core/Error.h"
+#include "platform/core/Picture.h"
 #include "settings/clsLibrary.h"
 #include "viewer/PicturePrefetch.h"
 #include "viewer/frmScreen.h"
