@@ -2,11 +2,15 @@
 // folder, adding all of it, starting with a big album, and the single store reads
 // and writes they are made of. Each benchmark builds its own data in a temporary
 // folder and points the store at a temporary config home.
+#include "FormSupport.h"
+#include "Stored.h"
+#include "TempStore.h"
+
 #include "album/frmMain.h"
+#include "library/clsLibrary.h"
 #include "platform/core/Registry.h"
 #include "platform/widgets/FolderTree.h"
 #include "platform/widgets/ListView.h"
-#include "settings/clsLibrary.h"
 
 #include <QApplication>
 #include <QFile>
@@ -54,29 +58,9 @@ const BigFolder& bigFolder()
     return folder;
 }
 
-// A store of its own under a temporary config home.
-class FreshStore {
-public:
-    FreshStore()
-    {
-        qputenv("XDG_CONFIG_HOME", dir_.path().toUtf8());
-        platform::Registry::instance().reopen();
-    }
-    ~FreshStore() { platform::Registry::instance().reopen(); }
-
-private:
-    QTemporaryDir dir_;
-};
-
-void unloadMainWindow()
-{
-    Forms::unload<frmMain>();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-}
-
 frmMain& freshMainWindow()
 {
-    unloadMainWindow();
+    testsupport::unloadForms<frmMain>();
     return Forms::get<frmMain>();
 }
 
@@ -87,7 +71,7 @@ void write(const QString& key, const QString& item, const QString& data)
 
 QString read(const QString& key, const QString& item)
 {
-    return clsLibrary::instance().REGSTRREAD(clsLibrary::currentUserKey(), key, item, QString());
+    return testsupport::stored(key, item, QString());
 }
 
 QString picturePath(int i)
@@ -115,7 +99,7 @@ BENCHMARK(BM_BareListing)->Unit(benchmark::kMillisecond)->Repetitions(5)->Report
 void BM_ChangeFolder(benchmark::State& state)
 {
     const BigFolder& folder = bigFolder();
-    FreshStore store;
+    TempStore store;
     frmMain& form = freshMainWindow();
     form.Show();
     QCoreApplication::processEvents();
@@ -129,7 +113,7 @@ void BM_ChangeFolder(benchmark::State& state)
     }
     if (form.LVWFOUND->ListItems().Count() != Pictures)
         state.SkipWithError("the found list doesn't hold the pictures");
-    unloadMainWindow();
+    testsupport::unloadForms<frmMain>();
 }
 BENCHMARK(BM_ChangeFolder)
     ->Unit(benchmark::kMillisecond)
@@ -142,7 +126,7 @@ void BM_AddAll(benchmark::State& state)
     const BigFolder& folder = bigFolder();
     for (auto _ : state) {
         state.PauseTiming();
-        FreshStore store;
+        TempStore store;
         frmMain& form = freshMainWindow();
         form.FTVBROWSE->setSelectedfolder(folder.pictures);
         state.ResumeTiming();
@@ -151,7 +135,7 @@ void BM_AddAll(benchmark::State& state)
         if (read(frmMain::albumCountKey(), QStringLiteral("Items")) != QString::number(Pictures) ||
             read(frmMain::albumSlotsKey(), QString::number(Pictures)) != picturePath(Pictures - 1))
             state.SkipWithError("the album isn't in the store");
-        unloadMainWindow();
+        testsupport::unloadForms<frmMain>();
         state.ResumeTiming();
     }
 }
@@ -166,12 +150,12 @@ BENCHMARK(BM_AddAll)
 void BM_StartWithAlbum(benchmark::State& state)
 {
     const BigFolder& folder = bigFolder();
-    FreshStore store;
+    TempStore store;
     write(frmMain::albumCountKey(), QStringLiteral("Items"), QString::number(Pictures));
     for (int i = 1; i <= Pictures; ++i)
         write(frmMain::albumSlotsKey(), QString::number(i), picturePath(i - 1));
     write(frmMain::preferencesKey(), QStringLiteral("Files Location"), folder.pictures + QLatin1Char('/'));
-    unloadMainWindow();
+    testsupport::unloadForms<frmMain>();
     for (auto _ : state) {
         frmMain& form = Forms::get<frmMain>();
         form.Show();
@@ -179,7 +163,7 @@ void BM_StartWithAlbum(benchmark::State& state)
         state.PauseTiming();
         if (form.LSTSELECTED->ListItems().Count() != Pictures)
             state.SkipWithError("the album didn't load");
-        unloadMainWindow();
+        testsupport::unloadForms<frmMain>();
         state.ResumeTiming();
     }
 }
@@ -193,7 +177,7 @@ BENCHMARK(BM_StartWithAlbum)
 // album of ten thousand.
 void BM_RegStrWrite(benchmark::State& state)
 {
-    FreshStore store;
+    TempStore store;
     for (int i = 1; i <= Pictures; ++i)
         write(frmMain::albumSlotsKey(), QString::number(i), picturePath(i - 1));
     int slot = 0;
@@ -207,7 +191,7 @@ BENCHMARK(BM_RegStrWrite)->Unit(benchmark::kMicrosecond)->Repetitions(5)->Report
 // One read of a slot, as the show makes it at every step.
 void BM_RegStrRead(benchmark::State& state)
 {
-    FreshStore store;
+    TempStore store;
     for (int i = 1; i <= Pictures; ++i)
         write(frmMain::albumSlotsKey(), QString::number(i), picturePath(i - 1));
     int slot = 0;
@@ -228,6 +212,6 @@ int main(int argc, char** argv)
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
-    unloadMainWindow();
+    testsupport::unloadForms<frmMain>();
     return 0;
 }

@@ -9,9 +9,12 @@
 //
 // VISTARRO_BENCH_JPEGS names a folder that --write-pictures has filled; without it
 // the benchmarks write the pictures into a temporary folder first.
+#include "FormSupport.h"
+#include "TempStore.h"
+
+#include "library/clsLibrary.h"
 #include "platform/core/Registry.h"
 #include "platform/widgets/Form.h"
-#include "settings/clsLibrary.h"
 #include "viewer/PicturePrefetch.h"
 #include "viewer/frmScreen.h"
 
@@ -98,8 +101,6 @@ class AlbumStore {
 public:
     explicit AlbumStore(const QStringList& paths)
     {
-        qputenv("XDG_CONFIG_HOME", dir_.path().toUtf8());
-        platform::Registry::instance().reopen();
         auto& library = clsLibrary::instance();
         const QString key = clsLibrary::programKey() + QStringLiteral("\\fPICTURES");
         library.REGSTRWRITE(clsLibrary::currentUserKey(), key + QStringLiteral("\\Items"),
@@ -108,10 +109,9 @@ public:
             library.REGSTRWRITE(clsLibrary::currentUserKey(), key + QStringLiteral("\\Selection"),
                                 QString::number(n), paths[n - 1]);
     }
-    ~AlbumStore() { platform::Registry::instance().reopen(); }
 
 private:
-    QTemporaryDir dir_;
+    TempStore store_;
 };
 
 // Counts the paints of the picture, to be sure a step ends with it on the screen.
@@ -140,8 +140,7 @@ frmScreen& startShow()
 // background of the next measurement.
 void leaveShow()
 {
-    Forms::unload<frmScreen>();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    testsupport::unloadForms<frmScreen>();
     PicturePrefetch::waitForWorker();
 }
 

@@ -40,16 +40,17 @@ set(VISTARRO_TEST_ENVIRONMENT
   "QT_QPA_PLATFORM=offscreen" "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0")
 
 # Every tests/<folder>/tst_*.cpp is a test of its own, linked against the folder's
-# library and run headless. Its CTest label is unit, or gui for the tests named
-# after GUI (they drive windows), or reliability for those named after
-# RELIABILITY (slow: crashes, damaged stores, huge folders):
+# library and the test support (tests/support), run headless and unattended. Its
+# CTest label is unit, or gui for the tests named after GUI (they drive windows),
+# or reliability for those named after RELIABILITY (slow: crashes, damaged
+# stores, huge folders):
 #   vistarro_folder_tests(album GUI tst_frmMain RELIABILITY tst_hostile_files)
 function(vistarro_folder_tests folder)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "GUI;RELIABILITY")
   file(GLOB tests CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/tests/${folder}/tst_*.cpp")
   foreach(test_source ${tests})
     get_filename_component(name "${test_source}" NAME_WE)
-    add_executable(${name} "${test_source}")
+    add_executable(${name} "${test_source}" $<TARGET_OBJECTS:vistarro_testrun>)
     target_link_libraries(${name} PRIVATE vistarro_${folder} vistarro_testsupport Qt6::Test)
     add_test(NAME ${folder}/${name} COMMAND ${name})
     set(label unit)

@@ -4,10 +4,10 @@
 // must agree, and what they give must be a header that can be.
 #include "MemoryFile.h"
 
+#include "library/clsLibrary.h"
 #include "platform/core/Error.h"
 #include "platform/core/ImageHeader.h"
 #include "platform/widgets/MsgBox.h"
-#include "settings/clsLibrary.h"
 
 namespace {
 

@@ -12,8 +12,8 @@
 // Each input starts from a store that doesn't exist yet. A mismatch aborts.
 #include "MemoryFile.h"
 
+#include "library/clsLibrary.h"
 #include "platform/core/Registry.h"
-#include "settings/clsLibrary.h"
 
 #include <QCoreApplication>
 #include <QDir>

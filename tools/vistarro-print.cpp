@@ -10,6 +10,7 @@
 // printer, or, on a machine without one, to "Print to PDF", which writes <documents>/<FILE's base name>.pdf.
 // Exit status: 0, or 2 for a usage error or a file that can't be read.
 
+#include "library/clsLibrary.h"
 #include "picinfo/frmProps.h"
 #include "platform/core/App.h"
 #include "platform/core/Error.h"
@@ -21,7 +22,6 @@
 #include "printing/clsPrinting.h"
 #include "printing/frmPPrev.h"
 #include "resources/Icons.h"
-#include "settings/clsLibrary.h"
 
 #include <QApplication>
 #include <QFile>

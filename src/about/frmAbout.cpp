@@ -2,8 +2,9 @@
 
 #include "config.h"
 #include "platform/core/App.h"
+#include "platform/core/Error.h"
 #include "presentation/TXTSEP.h"
-#include "settings/clsLibrary.h"
+#include "settings/StoreAndFileServices.h"
 
 #include <QAction>
 #include <QFrame>
@@ -117,7 +118,7 @@ void frmAbout::createControls()
     TSEP2 = new zuv::TXTSEP(QString(), client);
     content->addWidget(TSEP2);
     BTNCLOSE = new QPushButton(QStringLiteral("&Close"), client);
-    connect(BTNCLOSE, &QPushButton::clicked, this, &frmAbout::BTNCLOSE_Click);
+    connect(BTNCLOSE, &QPushButton::clicked, this, platform::guarded(this, &frmAbout::BTNCLOSE_Click));
     content->addWidget(BTNCLOSE, 0, Qt::AlignRight);
     setCloseButton(BTNCLOSE);
 
@@ -126,7 +127,7 @@ void frmAbout::createControls()
 
 void frmAbout::Form_Load()
 {
-    clsLibrary& library = clsLibrary::instance();
+    StoreAndFileServices& library = StoreAndFileServices::instance();
     LBLPROGRAMNAME->setText(platform::App::Title().toUpper());
     LBLVERSNO->setText(library.GETAPPNUMBER());
     LBLREGNAME->setText(library.GETCOMPANYNAME());
@@ -145,8 +146,8 @@ void frmAbout::Form_Load()
 // The dialog stays open while the browser shows the maker's site.
 void frmAbout::IMGLOGO_Click()
 {
-    clsLibrary::instance().INTERNETACCESS(QString::number(winId()), QString(),
-                                          QStringLiteral(VISTARRO_WEB_ADDRESS));
+    StoreAndFileServices::instance().INTERNETACCESS(QString::number(winId()), QString(),
+                                                    QStringLiteral(VISTARRO_WEB_ADDRESS));
 }
 
 void frmAbout::BTNCLOSE_Click()

@@ -5,6 +5,7 @@
 #include "printing/frmPPrev.h"
 #include "viewer/frmPPrevPhoto.h"
 
+#include "library/clsLibrary.h"
 #include "platform/core/App.h"
 #include "platform/core/Conversions.h"
 #include "platform/core/Error.h"
@@ -15,7 +16,6 @@
 #include "platform/widgets/Toolbar.h"
 #include "platform/widgets/Twips.h"
 #include "resources/Icons.h"
-#include "settings/clsLibrary.h"
 #include "viewer/frmScreen.h"
 
 #include <QAction>
@@ -34,14 +34,19 @@ frmMain::frmMain() : Form(QStringLiteral("frmMain"))
     IMGLST = resources::mainImages();
     createMenus();
     createBands();
+    commands_ = platform::ToolbarCommands(TBARMAIN, {{"ADD", MNUEDITADD},
+                                                     {"ADD ALL", MNUEDITADDALL},
+                                                     {"REMOVE", MNUEDITREMOVE},
+                                                     {"REMOVE ALL", MNUEDITREMOVEALL},
+                                                     {"RUN", MNUFILERUN}});
     createPanes();
     connectEvents();
     createMenuTracking();
     // The design place of the window, with an inner area of 9675 by 6375 twips.
-    const float tx = platform::Screen::TwipsPerPixelX();
-    const float ty = platform::Screen::TwipsPerPixelY();
-    move(qRound(915 / tx), qRound(945 / ty));
-    resize(qRound(9675 / tx), qRound(6375 / ty) + menuBar()->sizeHint().height());
+    using platform::Screen::pixelsX;
+    using platform::Screen::pixelsY;
+    move(pixelsX(915), pixelsY(945));
+    resize(pixelsX(9675), pixelsY(6375) + menuBar()->sizeHint().height());
 }
 
 frmMain::~frmMain() = default;
@@ -119,10 +124,10 @@ void frmMain::Form_Load()
         SBMAIN->setVisible(shown);
         MNUVIEWSTATUSBAR->setChecked(shown);
     });
-    setCommandEnabled(QStringLiteral("REMOVE ALL"), MNUEDITREMOVEALL, false);
-    setCommandEnabled(QStringLiteral("REMOVE"), MNUEDITREMOVE, false);
-    setCommandEnabled(QStringLiteral("ADD"), MNUEDITADD, false);
-    setCommandEnabled(QStringLiteral("ADD ALL"), MNUEDITADDALL, false);
+    commands_.setEnabled(QStringLiteral("REMOVE ALL"), false);
+    commands_.setEnabled(QStringLiteral("REMOVE"), false);
+    commands_.setEnabled(QStringLiteral("ADD"), false);
+    commands_.setEnabled(QStringLiteral("ADD ALL"), false);
     setMousePointer(0);
     platform::Screen::setMousePointer(0);
 }

@@ -3,8 +3,10 @@
 #include "platform/core/FileListBox.h"
 #include "platform/widgets/Form.h"
 #include "platform/widgets/ImageList.h"
+#include "platform/widgets/ToolbarCommands.h"
 
 #include <cstdint>
+#include <optional>
 
 class QAction;
 class QLabel;
@@ -55,6 +57,9 @@ public:
     void SELECTCHK();
 
     void SETTITLE(const QString& FileName = QString());
+    // The path of the found list's current item, in the folder chosen in the tree;
+    // none without a current item.
+    std::optional<QString> currentFoundPath() const;
     // Gives the menus their images.
     void ICONMENUS();
 
@@ -123,8 +128,8 @@ private:
 
     // Menu and toolbar descriptions (frmMain_menus.cpp).
     void createMenuTracking();
-    void TBARMAIN_MouseMove(int Button, int Shift, float X, float Y);
-    void TMR1_Timer();
+    // The toolbar's buttons and the menu items of the same commands.
+    platform::ToolbarCommands commands_;
 
     // The layout of the panes, in twips (frmMain_layout.cpp).
     void stackBands();
@@ -152,7 +157,6 @@ private:
 
     // Commands (frmMain_commands.cpp).
     void KEYCHECK(int KeyCode, int Shift);
-    void setCommandEnabled(const QString& buttonKey, QAction* menuItem, bool enabled);
     void TBARMAIN_ButtonClick(const QString& key);
     void MNUEDITADD_Click();
     void MNUEDITADDALL_Click();

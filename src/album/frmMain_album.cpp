@@ -17,13 +17,13 @@
 // stored album followed by the pictures added meanwhile, which are stored then.
 #include "album/frmMain.h"
 
+#include "library/clsLibrary.h"
 #include "platform/core/Conversions.h"
 #include "platform/core/Error.h"
 #include "platform/core/Registry.h"
 #include "platform/widgets/ListView.h"
 #include "platform/widgets/Screen.h"
 #include "platform/widgets/StatusBar.h"
-#include "settings/clsLibrary.h"
 
 #include <QAction>
 #include <QTime>
@@ -127,7 +127,7 @@ bool frmMain::albumReadable()
         appendToAlbumList(path, slot);
         storeInAlbum(slot, path);
     }
-    setCommandEnabled(QStringLiteral("RUN"), MNUFILERUN, LSTSELECTED->ListItems().Count() >= 1);
+    commands_.setEnabled(QStringLiteral("RUN"), LSTSELECTED->ListItems().Count() >= 1);
     SELECTCHK();
     COUNTSHOW();
     return true;
@@ -166,7 +166,7 @@ void frmMain::ADDFILE(int16_t Index)
     if (slot != 0)
         storeInAlbum(slot, ADDPATH);
     if (LSTSELECTED->ListItems().Count() >= 1)
-        setCommandEnabled(QStringLiteral("RUN"), MNUFILERUN, true);
+        commands_.setEnabled(QStringLiteral("RUN"), true);
     COUNTSHOW();
 }
 
@@ -204,7 +204,7 @@ void frmMain::CLEAR()
     COUNTSHOW();
     resumeNext([&] { NEXTINDEX = platform::toInt16(LSTSELECTED->ListItems().Count() + 1.0); });
     if (LSTSELECTED->ListItems().Count() == 0)
-        setCommandEnabled(QStringLiteral("RUN"), MNUFILERUN, false);
+        commands_.setEnabled(QStringLiteral("RUN"), false);
 }
 
 void frmMain::CLEARALL()
@@ -224,9 +224,9 @@ void frmMain::CLEARALL()
         lastSlot = STOREDITEMS <= MaxListItems ? STOREDITEMS : std::min(STOREDITEMS, highestStoredSlot());
     }
     LSTSELECTED->ListItems().Clear();
-    setCommandEnabled(QStringLiteral("RUN"), MNUFILERUN, false);
-    setCommandEnabled(QStringLiteral("REMOVE ALL"), MNUEDITREMOVEALL, false);
-    setCommandEnabled(QStringLiteral("REMOVE"), MNUEDITREMOVE, false);
+    commands_.setEnabled(QStringLiteral("RUN"), false);
+    commands_.setEnabled(QStringLiteral("REMOVE ALL"), false);
+    commands_.setEnabled(QStringLiteral("REMOVE"), false);
     COUNTSHOW();
     NEXTINDEX = 1;
     // Without the count and the slots in use, "Items" = 0 could hide pictures.
@@ -251,7 +251,7 @@ void frmMain::loadAlbum()
     NEXTINDEX = 1;
     for (const auto& [slot, path] : stored.pictures)
         appendToAlbumList(path, slot);
-    setCommandEnabled(QStringLiteral("RUN"), MNUFILERUN, !stored.pictures.isEmpty());
+    commands_.setEnabled(QStringLiteral("RUN"), !stored.pictures.isEmpty());
     if (stored.pictures.isEmpty()) {
         SELECTCHK();
         setMousePointer(0);
@@ -263,15 +263,15 @@ void frmMain::loadAlbum()
 void frmMain::FOUNDLSTCHK()
 {
     const bool any = FLBFOUND.ListCount() != 0;
-    setCommandEnabled(QStringLiteral("ADD"), MNUEDITADD, any);
-    setCommandEnabled(QStringLiteral("ADD ALL"), MNUEDITADDALL, any);
+    commands_.setEnabled(QStringLiteral("ADD"), any);
+    commands_.setEnabled(QStringLiteral("ADD ALL"), any);
 }
 
 void frmMain::SELECTCHK()
 {
     const bool any = LSTSELECTED->ListItems().Count() >= 1;
-    setCommandEnabled(QStringLiteral("REMOVE ALL"), MNUEDITREMOVEALL, any);
-    setCommandEnabled(QStringLiteral("REMOVE"), MNUEDITREMOVE, any);
+    commands_.setEnabled(QStringLiteral("REMOVE ALL"), any);
+    commands_.setEnabled(QStringLiteral("REMOVE"), any);
 }
 
 void frmMain::COUNTSHOW()

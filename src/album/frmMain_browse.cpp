@@ -2,9 +2,10 @@
 // heading and is remembered for the next start. Only names are read.
 #include "album/frmMain.h"
 
+#include "library/clsLibrary.h"
 #include "platform/core/Error.h"
+#include "platform/widgets/FolderTree.h"
 #include "platform/widgets/ListView.h"
-#include "settings/clsLibrary.h"
 
 using platform::resumeNext;
 
@@ -34,4 +35,12 @@ void frmMain::FTVBROWSE_FolderChanged(const QString& path)
         writeSetting(preferencesKey(), QStringLiteral("Files Location"),
                      clsLibrary::instance().FILENAMELENCHK(path));
     });
+}
+
+std::optional<QString> frmMain::currentFoundPath() const
+{
+    const platform::ListView::ListItem current = LVWFOUND->SelectedItem();
+    if (current.isNull())
+        return std::nullopt;
+    return clsLibrary::instance().FILENAMELENCHK(FTVBROWSE->selectedfolder()) + current.Text();
 }

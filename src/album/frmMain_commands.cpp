@@ -6,6 +6,7 @@
 #include "album/frmPopup.h"
 #include "config.h"
 
+#include "library/clsLibrary.h"
 #include "platform/core/Conversions.h"
 #include "platform/core/Error.h"
 #include "platform/widgets/Keys.h"
@@ -14,7 +15,6 @@
 #include "platform/widgets/StatusBar.h"
 #include "platform/widgets/Toolbar.h"
 #include "platform/widgets/Twips.h"
-#include "settings/clsLibrary.h"
 #include "viewer/frmScreen.h"
 
 #include <QAction>
@@ -22,12 +22,6 @@
 
 using platform::resumeNext;
 using platform::twips;
-
-void frmMain::setCommandEnabled(const QString& buttonKey, QAction* menuItem, bool enabled)
-{
-    resumeNext([&] { TBARMAIN->Buttons(buttonKey)->setEnabled(enabled); });
-    menuItem->setEnabled(enabled);
-}
 
 // Insert adds (also with Shift or Alt, not with Ctrl alone); Ctrl+Delete removes.
 // The enablement of the menu item ties each key to the list that has the focus.
@@ -45,16 +39,7 @@ void frmMain::KEYCHECK(int KeyCode, int Shift)
 
 void frmMain::TBARMAIN_ButtonClick(const QString& key)
 {
-    if (key == QLatin1String("ADD"))
-        MNUEDITADD_Click();
-    else if (key == QLatin1String("ADD ALL"))
-        MNUEDITADDALL_Click();
-    else if (key == QLatin1String("REMOVE"))
-        MNUEDITREMOVE_Click();
-    else if (key == QLatin1String("REMOVE ALL"))
-        MNUEDITREMOVEALL_Click();
-    else if (key == QLatin1String("RUN"))
-        MNUFILERUN->trigger();
+    commands_.trigger(key);
 }
 
 void frmMain::MNUEDITADD_Click()
@@ -125,14 +110,14 @@ void frmMain::MNUHELPWEBSITE_Click()
 
 void frmMain::LVWFOUND_LostFocus()
 {
-    setCommandEnabled(QStringLiteral("ADD"), MNUEDITADD, false);
-    setCommandEnabled(QStringLiteral("ADD ALL"), MNUEDITADDALL, false);
+    commands_.setEnabled(QStringLiteral("ADD"), false);
+    commands_.setEnabled(QStringLiteral("ADD ALL"), false);
 }
 
 void frmMain::LSTSELECTED_LostFocus()
 {
-    setCommandEnabled(QStringLiteral("REMOVE ALL"), MNUEDITREMOVEALL, false);
-    setCommandEnabled(QStringLiteral("REMOVE"), MNUEDITREMOVE, false);
+    commands_.setEnabled(QStringLiteral("REMOVE ALL"), false);
+    commands_.setEnabled(QStringLiteral("REMOVE"), false);
 }
 
 // Enter previews the current item of a list that isn't empty; the list keeps the
@@ -192,8 +177,7 @@ void frmMain::LSTSELECTED_MouseUp(int Button, int, float X, float Y)
 
 void frmMain::PopupMenu(QMenu* menu, float X, float Y)
 {
-    const QPoint at(qRound(X / platform::Screen::TwipsPerPixelX()),
-                    qRound(Y / platform::Screen::TwipsPerPixelY()));
+    const QPoint at(platform::Screen::pixelsX(X), platform::Screen::pixelsY(Y));
     menu->popup(clientArea()->mapToGlobal(at));
 }
 

@@ -5,10 +5,12 @@
 #include "album/frmPopup.h"
 
 #include "platform/core/App.h"
+#include "platform/core/Error.h"
 #include "platform/widgets/ControlEvents.h"
 #include "platform/widgets/FolderTree.h"
 #include "platform/widgets/Fonts.h"
 #include "platform/widgets/ListView.h"
+#include "platform/widgets/Menus.h"
 #include "platform/widgets/Screen.h"
 #include "platform/widgets/StatusBar.h"
 #include "platform/widgets/Toolbar.h"
@@ -47,49 +49,33 @@ QWidget* makeSplitter(QWidget* parent, int pointer)
 
 void frmMain::createMenus()
 {
-    MNUFILETOP = menuBar()->addMenu(QStringLiteral("&File"));
-    MNUFILERUN = MNUFILETOP->addAction(QStringLiteral("&Run Viewer"));
+    using platform::addCheckItem;
+    using platform::addNamedItem;
+    using platform::addNamedMenu;
+    MNUFILETOP = addNamedMenu(menuBar(), QStringLiteral("&File"), "MNUFILETOP");
+    MNUFILERUN = addNamedItem(MNUFILETOP, QStringLiteral("&Run Viewer"), "MNUFILERUN");
     MNUFILERUN->setShortcut(QKeySequence(Qt::Key_F12));
     // Run is on only once the album holds a picture.
     MNUFILERUN->setEnabled(false);
     MNUFILETOP->addSeparator();
-    MNUFILEEXIT = MNUFILETOP->addAction(QStringLiteral("E&xit"));
+    MNUFILEEXIT = addNamedItem(MNUFILETOP, QStringLiteral("E&xit"), "MNUFILEEXIT");
 
-    MNUEDITTOP = menuBar()->addMenu(QStringLiteral("&Edit"));
-    MNUEDITADD = MNUEDITTOP->addAction(QStringLiteral("&Add"));
-    MNUEDITADDALL = MNUEDITTOP->addAction(QStringLiteral("A&dd All"));
+    MNUEDITTOP = addNamedMenu(menuBar(), QStringLiteral("&Edit"), "MNUEDITTOP");
+    MNUEDITADD = addNamedItem(MNUEDITTOP, QStringLiteral("&Add"), "MNUEDITADD");
+    MNUEDITADDALL = addNamedItem(MNUEDITTOP, QStringLiteral("A&dd All"), "MNUEDITADDALL");
     MNUEDITTOP->addSeparator();
-    MNUEDITREMOVE = MNUEDITTOP->addAction(QStringLiteral("&Remove"));
-    MNUEDITREMOVEALL = MNUEDITTOP->addAction(QStringLiteral("Re&move All"));
+    MNUEDITREMOVE = addNamedItem(MNUEDITTOP, QStringLiteral("&Remove"), "MNUEDITREMOVE");
+    MNUEDITREMOVEALL = addNamedItem(MNUEDITTOP, QStringLiteral("Re&move All"), "MNUEDITREMOVEALL");
 
-    MNUVIEWTOP = menuBar()->addMenu(QStringLiteral("&View"));
-    MNUVIEWSTANDARDBAR = MNUVIEWTOP->addAction(QStringLiteral("&Standard Toolbar"));
-    MNUVIEWSTANDARDBAR->setCheckable(true);
-    MNUVIEWSTANDARDBAR->setChecked(true);
-    MNUVIEWSTATUSBAR = MNUVIEWTOP->addAction(QStringLiteral("S&tatus Bar"));
-    MNUVIEWSTATUSBAR->setCheckable(true);
-    MNUVIEWSTATUSBAR->setChecked(true);
+    MNUVIEWTOP = addNamedMenu(menuBar(), QStringLiteral("&View"), "MNUVIEWTOP");
+    MNUVIEWSTANDARDBAR =
+        addCheckItem(MNUVIEWTOP, QStringLiteral("&Standard Toolbar"), "MNUVIEWSTANDARDBAR", true);
+    MNUVIEWSTATUSBAR = addCheckItem(MNUVIEWTOP, QStringLiteral("S&tatus Bar"), "MNUVIEWSTATUSBAR", true);
 
-    MNUHELPTOP = menuBar()->addMenu(QStringLiteral("&Help"));
-    MNUHELPWEBSITE = MNUHELPTOP->addAction(QStringLiteral("&ZUV Online"));
+    MNUHELPTOP = addNamedMenu(menuBar(), QStringLiteral("&Help"), "MNUHELPTOP");
+    MNUHELPWEBSITE = addNamedItem(MNUHELPTOP, QStringLiteral("&ZUV Online"), "MNUHELPWEBSITE");
     MNUHELPTOP->addSeparator();
-    MNUHELPABOUT = MNUHELPTOP->addAction(QStringLiteral("&About"));
-
-    // The icon menu names the items by their controls' names.
-    MNUFILERUN->setObjectName(QStringLiteral("MNUFILERUN"));
-    MNUFILEEXIT->setObjectName(QStringLiteral("MNUFILEEXIT"));
-    MNUEDITADD->setObjectName(QStringLiteral("MNUEDITADD"));
-    MNUEDITADDALL->setObjectName(QStringLiteral("MNUEDITADDALL"));
-    MNUEDITREMOVE->setObjectName(QStringLiteral("MNUEDITREMOVE"));
-    MNUEDITREMOVEALL->setObjectName(QStringLiteral("MNUEDITREMOVEALL"));
-    MNUVIEWSTANDARDBAR->setObjectName(QStringLiteral("MNUVIEWSTANDARDBAR"));
-    MNUVIEWSTATUSBAR->setObjectName(QStringLiteral("MNUVIEWSTATUSBAR"));
-    MNUHELPWEBSITE->setObjectName(QStringLiteral("MNUHELPWEBSITE"));
-    MNUHELPABOUT->setObjectName(QStringLiteral("MNUHELPABOUT"));
-    MNUFILETOP->setObjectName(QStringLiteral("MNUFILETOP"));
-    MNUEDITTOP->setObjectName(QStringLiteral("MNUEDITTOP"));
-    MNUVIEWTOP->setObjectName(QStringLiteral("MNUVIEWTOP"));
-    MNUHELPTOP->setObjectName(QStringLiteral("MNUHELPTOP"));
+    MNUHELPABOUT = addNamedItem(MNUHELPTOP, QStringLiteral("&About"), "MNUHELPABOUT");
 }
 
 void frmMain::createBands()
@@ -178,18 +164,24 @@ void frmMain::createPanes()
 
 void frmMain::connectEvents()
 {
-    connect(MNUEDITADD, &QAction::triggered, this, &frmMain::MNUEDITADD_Click);
-    connect(MNUEDITADDALL, &QAction::triggered, this, &frmMain::MNUEDITADDALL_Click);
-    connect(MNUEDITREMOVE, &QAction::triggered, this, &frmMain::MNUEDITREMOVE_Click);
-    connect(MNUEDITREMOVEALL, &QAction::triggered, this, &frmMain::MNUEDITREMOVEALL_Click);
-    connect(MNUFILERUN, &QAction::triggered, this, &frmMain::MNUFILERUN_Click);
-    connect(MNUFILEEXIT, &QAction::triggered, this, &frmMain::MNUFILEEXIT_Click);
-    connect(MNUVIEWSTANDARDBAR, &QAction::triggered, this, &frmMain::MNUVIEWSTANDARDBAR_Click);
-    connect(MNUVIEWSTATUSBAR, &QAction::triggered, this, &frmMain::MNUVIEWSTATUSBAR_Click);
-    connect(MNUHELPWEBSITE, &QAction::triggered, this, &frmMain::MNUHELPWEBSITE_Click);
-    connect(MNUHELPABOUT, &QAction::triggered, this, &frmMain::MNUHELPABOUT_Click);
-    connect(TBARMAIN, &platform::Toolbar::ButtonClick, this, &frmMain::TBARMAIN_ButtonClick);
-    connect(FTVBROWSE, &platform::FolderTree::folderChanged, this, &frmMain::FTVBROWSE_FolderChanged);
+    connect(MNUEDITADD, &QAction::triggered, this, platform::guarded(this, &frmMain::MNUEDITADD_Click));
+    connect(MNUEDITADDALL, &QAction::triggered, this, platform::guarded(this, &frmMain::MNUEDITADDALL_Click));
+    connect(MNUEDITREMOVE, &QAction::triggered, this, platform::guarded(this, &frmMain::MNUEDITREMOVE_Click));
+    connect(MNUEDITREMOVEALL, &QAction::triggered, this,
+            platform::guarded(this, &frmMain::MNUEDITREMOVEALL_Click));
+    connect(MNUFILERUN, &QAction::triggered, this, platform::guarded(this, &frmMain::MNUFILERUN_Click));
+    connect(MNUFILEEXIT, &QAction::triggered, this, platform::guarded(this, &frmMain::MNUFILEEXIT_Click));
+    connect(MNUVIEWSTANDARDBAR, &QAction::triggered, this,
+            platform::guarded(this, &frmMain::MNUVIEWSTANDARDBAR_Click));
+    connect(MNUVIEWSTATUSBAR, &QAction::triggered, this,
+            platform::guarded(this, &frmMain::MNUVIEWSTATUSBAR_Click));
+    connect(MNUHELPWEBSITE, &QAction::triggered, this,
+            platform::guarded(this, &frmMain::MNUHELPWEBSITE_Click));
+    connect(MNUHELPABOUT, &QAction::triggered, this, platform::guarded(this, &frmMain::MNUHELPABOUT_Click));
+    connect(TBARMAIN, &platform::Toolbar::ButtonClick, this,
+            platform::guarded(this, &frmMain::TBARMAIN_ButtonClick));
+    connect(FTVBROWSE, &platform::FolderTree::folderChanged, this,
+            platform::guarded(this, &frmMain::FTVBROWSE_FolderChanged));
 
     PICMAIN->installEventFilter(this);
     SBMAIN->installEventFilter(this);
@@ -205,35 +197,44 @@ void frmMain::connectEvents()
     for (QWidget* control : {static_cast<QWidget*>(FTVBROWSE), PICBAR1, PICBAR2, PICBOX, PICFND, PICHEADER,
                              PICMAIN, PICSELCT, PICTREE}) {
         auto* events = new platform::ControlEvents(control);
-        connect(events, &platform::ControlEvents::KeyUp, this, &frmMain::KEYCHECK);
+        connect(events, &platform::ControlEvents::KeyUp, this, platform::guarded(this, &frmMain::KEYCHECK));
     }
     auto* bar1 = new platform::ControlEvents(PICBAR1);
-    connect(bar1, &platform::ControlEvents::MouseMove, this, &frmMain::PICBAR1_MouseMove);
-    connect(bar1, &platform::ControlEvents::MouseUp, this, &frmMain::PICBAR1MOVE);
+    connect(bar1, &platform::ControlEvents::MouseMove, this,
+            platform::guarded(this, &frmMain::PICBAR1_MouseMove));
+    connect(bar1, &platform::ControlEvents::MouseUp, this, platform::guarded(this, &frmMain::PICBAR1MOVE));
     auto* bar2 = new platform::ControlEvents(PICBAR2);
-    connect(bar2, &platform::ControlEvents::MouseMove, this, &frmMain::PICBAR2_MouseMove);
-    connect(bar2, &platform::ControlEvents::MouseUp, this, &frmMain::PICBAR2MOVE);
+    connect(bar2, &platform::ControlEvents::MouseMove, this,
+            platform::guarded(this, &frmMain::PICBAR2_MouseMove));
+    connect(bar2, &platform::ControlEvents::MouseUp, this, platform::guarded(this, &frmMain::PICBAR2MOVE));
 
     auto* found = new platform::ControlEvents(LVWFOUND);
-    connect(found, &platform::ControlEvents::GotFocus, this, &frmMain::FOUNDLSTCHK);
-    connect(found, &platform::ControlEvents::LostFocus, this, &frmMain::LVWFOUND_LostFocus);
-    connect(found, &platform::ControlEvents::KeyUp, this, &frmMain::LVWFOUND_KeyUp);
-    connect(found, &platform::ControlEvents::MouseUp, this, &frmMain::LVWFOUND_MouseUp);
+    connect(found, &platform::ControlEvents::GotFocus, this, platform::guarded(this, &frmMain::FOUNDLSTCHK));
+    connect(found, &platform::ControlEvents::LostFocus, this,
+            platform::guarded(this, &frmMain::LVWFOUND_LostFocus));
+    connect(found, &platform::ControlEvents::KeyUp, this, platform::guarded(this, &frmMain::LVWFOUND_KeyUp));
+    connect(found, &platform::ControlEvents::MouseUp, this,
+            platform::guarded(this, &frmMain::LVWFOUND_MouseUp));
 
-    connect(found, &platform::ControlEvents::KeyDown, this, &frmMain::LVWFOUND_KeyDown);
-    connect(found, &platform::ControlEvents::DblClick, this, [this] {
-        if (LVWFOUND->ListItems().Count() != 0)
-            Forms::get<frmPopup>().PREVIEWFOUND();
-    });
+    connect(found, &platform::ControlEvents::KeyDown, this,
+            platform::guarded(this, &frmMain::LVWFOUND_KeyDown));
+    connect(found, &platform::ControlEvents::DblClick, this, platform::guarded([this] {
+                if (LVWFOUND->ListItems().Count() != 0)
+                    Forms::get<frmPopup>().PREVIEWFOUND();
+            }));
 
     auto* selected = new platform::ControlEvents(LSTSELECTED);
-    connect(selected, &platform::ControlEvents::GotFocus, this, &frmMain::SELECTCHK);
-    connect(selected, &platform::ControlEvents::LostFocus, this, &frmMain::LSTSELECTED_LostFocus);
-    connect(selected, &platform::ControlEvents::KeyUp, this, &frmMain::LSTSELECTED_KeyUp);
-    connect(selected, &platform::ControlEvents::MouseUp, this, &frmMain::LSTSELECTED_MouseUp);
-    connect(selected, &platform::ControlEvents::KeyDown, this, &frmMain::LSTSELECTED_KeyDown);
-    connect(selected, &platform::ControlEvents::DblClick, this, [this] {
-        if (LSTSELECTED->ListItems().Count() != 0)
-            Forms::get<frmPopup>().PREVIEWSELECTED();
-    });
+    connect(selected, &platform::ControlEvents::GotFocus, this, platform::guarded(this, &frmMain::SELECTCHK));
+    connect(selected, &platform::ControlEvents::LostFocus, this,
+            platform::guarded(this, &frmMain::LSTSELECTED_LostFocus));
+    connect(selected, &platform::ControlEvents::KeyUp, this,
+            platform::guarded(this, &frmMain::LSTSELECTED_KeyUp));
+    connect(selected, &platform::ControlEvents::MouseUp, this,
+            platform::guarded(this, &frmMain::LSTSELECTED_MouseUp));
+    connect(selected, &platform::ControlEvents::KeyDown, this,
+            platform::guarded(this, &frmMain::LSTSELECTED_KeyDown));
+    connect(selected, &platform::ControlEvents::DblClick, this, platform::guarded([this] {
+                if (LSTSELECTED->ListItems().Count() != 0)
+                    Forms::get<frmPopup>().PREVIEWSELECTED();
+            }));
 }

@@ -1,12 +1,13 @@
 #include "album/frmPopup.h"
 
 #include "album/frmMain.h"
+#include "library/clsLibrary.h"
 #include "picinfo/frmProps.h"
 #include "platform/core/Error.h"
-#include "platform/widgets/FolderTree.h"
 #include "platform/widgets/ListView.h"
+#include "platform/widgets/Menus.h"
 #include "presentation/ICOMNU.h"
-#include "settings/clsLibrary.h"
+#include "presentation/StatusDescriptions.h"
 #include "viewer/frmPPrevPhoto.h"
 
 #include <QAction>
@@ -15,19 +16,11 @@
 
 frmPopup::frmPopup() : Form(QStringLiteral("frmPopup"))
 {
+    setDescribesOwnMenus(true);
     createMenus();
     ICOMNU = new zuv::ICOMNU(this);
     // The popup menus describe their items in the main window's status bar.
-    const auto describe = [this](int32_t number, int32_t, bool separator) {
-        clsLibrary::instance().STATUSTEXTDESC(this, Forms::mainForm(), number, separator,
-                                              QStringLiteral("album"));
-    };
-    const auto clear = [this] { clsLibrary::instance().STATUSTEXTDESC(this, Forms::mainForm(), 0, false); };
-    connect(ICOMNU, &zuv::ICOMNU::ItemReport, this, describe);
-    connect(ICOMNU, &zuv::ICOMNU::ItemReportPlain, this, describe);
-    connect(ICOMNU, &zuv::ICOMNU::StatusResetB, this, clear);
-    connect(ICOMNU, &zuv::ICOMNU::StatusResetC, this, clear);
-    connect(ICOMNU, &zuv::ICOMNU::StatusResetD, this, clear);
+    zuv::describeMenus(ICOMNU, this, &Forms::mainForm, QStringLiteral("album"));
 }
 
 void frmPopup::Form_Load()
@@ -56,57 +49,48 @@ void frmPopup::ICONMENUSPOPUP()
 
 void frmPopup::createMenus()
 {
-    MNUFOUNDTOP = menuBar()->addMenu(QStringLiteral("&Found Files Popup"));
-    MNUFOUNDPREVIEW = MNUFOUNDTOP->addAction(QStringLiteral("Pre&view..."));
+    using platform::addNamedItem;
+    using platform::addNamedMenu;
+    MNUFOUNDTOP = addNamedMenu(menuBar(), QStringLiteral("&Found Files Popup"), "MNUFOUNDTOP");
+    MNUFOUNDPREVIEW = addNamedItem(MNUFOUNDTOP, QStringLiteral("Pre&view..."), "MNUFOUNDPREVIEW");
     MNUFOUNDTOP->addSeparator()->setObjectName(QStringLiteral("MNUFOUNDSEP1"));
-    MNUFOUNDADD = MNUFOUNDTOP->addAction(QStringLiteral("&Add"));
-    MNUFOUNDADDALL = MNUFOUNDTOP->addAction(QStringLiteral("A&dd All"));
+    MNUFOUNDADD = addNamedItem(MNUFOUNDTOP, QStringLiteral("&Add"), "MNUFOUNDADD");
+    MNUFOUNDADDALL = addNamedItem(MNUFOUNDTOP, QStringLiteral("A&dd All"), "MNUFOUNDADDALL");
     MNUFOUNDTOP->addSeparator()->setObjectName(QStringLiteral("MNUFOUNDsep2"));
-    MNUFOUNDPROPS = MNUFOUNDTOP->addAction(QStringLiteral("&Properties..."));
+    MNUFOUNDPROPS = addNamedItem(MNUFOUNDTOP, QStringLiteral("&Properties..."), "MNUFOUNDPROPS");
 
-    MNUSELECTEDTOP = menuBar()->addMenu(QStringLiteral("&Selected Files Popup"));
-    MNUSELECTEDPREVIEW = MNUSELECTEDTOP->addAction(QStringLiteral("Pre&view..."));
+    MNUSELECTEDTOP = addNamedMenu(menuBar(), QStringLiteral("&Selected Files Popup"), "MNUSELECTEDTOP");
+    MNUSELECTEDPREVIEW = addNamedItem(MNUSELECTEDTOP, QStringLiteral("Pre&view..."), "MNUSELECTEDPREVIEW");
     MNUSELECTEDTOP->addSeparator()->setObjectName(QStringLiteral("MNUSELECTEDSEP1"));
-    MNUSELECTEDCLEAR = MNUSELECTEDTOP->addAction(QStringLiteral("&Remove"));
-    MNUSELECTEDCLEARALL = MNUSELECTEDTOP->addAction(QStringLiteral("Re&move All"));
+    MNUSELECTEDCLEAR = addNamedItem(MNUSELECTEDTOP, QStringLiteral("&Remove"), "MNUSELECTEDCLEAR");
+    MNUSELECTEDCLEARALL = addNamedItem(MNUSELECTEDTOP, QStringLiteral("Re&move All"), "MNUSELECTEDCLEARALL");
     MNUSELECTEDTOP->addSeparator()->setObjectName(QStringLiteral("MNUSELECTEDSEP2"));
-    MNUSELECTEDPROPS = MNUSELECTEDTOP->addAction(QStringLiteral("&Properties..."));
+    MNUSELECTEDPROPS = addNamedItem(MNUSELECTEDTOP, QStringLiteral("&Properties..."), "MNUSELECTEDPROPS");
 
-    // The icon menu names the items by their controls' names.
-    MNUFOUNDTOP->setObjectName(QStringLiteral("MNUFOUNDTOP"));
-    MNUSELECTEDTOP->setObjectName(QStringLiteral("MNUSELECTEDTOP"));
-    for (auto [action, name] : {std::pair{MNUFOUNDPREVIEW, "MNUFOUNDPREVIEW"},
-                                {MNUFOUNDADD, "MNUFOUNDADD"},
-                                {MNUFOUNDADDALL, "MNUFOUNDADDALL"},
-                                {MNUFOUNDPROPS, "MNUFOUNDPROPS"},
-                                {MNUSELECTEDPREVIEW, "MNUSELECTEDPREVIEW"},
-                                {MNUSELECTEDCLEAR, "MNUSELECTEDCLEAR"},
-                                {MNUSELECTEDCLEARALL, "MNUSELECTEDCLEARALL"},
-                                {MNUSELECTEDPROPS, "MNUSELECTEDPROPS"}})
-        action->setObjectName(QString::fromLatin1(name));
-
-    connect(MNUFOUNDPREVIEW, &QAction::triggered, this, &frmPopup::PREVIEWFOUND);
-    connect(MNUFOUNDADD, &QAction::triggered, this, [] { Forms::get<frmMain>().ADD(); });
-    connect(MNUFOUNDADDALL, &QAction::triggered, this, [] { Forms::get<frmMain>().ADDALL(); });
-    connect(MNUFOUNDPROPS, &QAction::triggered, this, &frmPopup::MNUFOUNDPROPS_Click);
-    connect(MNUSELECTEDPREVIEW, &QAction::triggered, this, &frmPopup::PREVIEWSELECTED);
-    connect(MNUSELECTEDCLEAR, &QAction::triggered, this, [] {
-        frmMain& main = Forms::get<frmMain>();
-        main.CLEAR();
-        main.SELECTCHK();
-    });
-    connect(MNUSELECTEDCLEARALL, &QAction::triggered, this, [] { Forms::get<frmMain>().CLEARALL(); });
-    connect(MNUSELECTEDPROPS, &QAction::triggered, this, &frmPopup::MNUSELECTEDPROPS_Click);
+    connect(MNUFOUNDPREVIEW, &QAction::triggered, this, platform::guarded(this, &frmPopup::PREVIEWFOUND));
+    connect(MNUFOUNDADD, &QAction::triggered, this, platform::guarded([] { Forms::get<frmMain>().ADD(); }));
+    connect(MNUFOUNDADDALL, &QAction::triggered, this,
+            platform::guarded([] { Forms::get<frmMain>().ADDALL(); }));
+    connect(MNUFOUNDPROPS, &QAction::triggered, this,
+            platform::guarded(this, &frmPopup::MNUFOUNDPROPS_Click));
+    connect(MNUSELECTEDPREVIEW, &QAction::triggered, this,
+            platform::guarded(this, &frmPopup::PREVIEWSELECTED));
+    connect(MNUSELECTEDCLEAR, &QAction::triggered, this, platform::guarded([] {
+                frmMain& main = Forms::get<frmMain>();
+                main.CLEAR();
+                main.SELECTCHK();
+            }));
+    connect(MNUSELECTEDCLEARALL, &QAction::triggered, this,
+            platform::guarded([] { Forms::get<frmMain>().CLEARALL(); }));
+    connect(MNUSELECTEDPROPS, &QAction::triggered, this,
+            platform::guarded(this, &frmPopup::MNUSELECTEDPROPS_Click));
 }
 
 // A list without a current item has nothing to preview or show.
 void frmPopup::PREVIEWFOUND()
 {
-    frmMain& main = Forms::get<frmMain>();
-    const platform::ListView::ListItem current = main.LVWFOUND->SelectedItem();
-    if (current.isNull())
-        return;
-    preview(clsLibrary::instance().FILENAMELENCHK(main.FTVBROWSE->selectedfolder()) + current.Text());
+    if (const std::optional<QString> path = Forms::get<frmMain>().currentFoundPath())
+        preview(*path);
 }
 
 void frmPopup::PREVIEWSELECTED()
@@ -128,11 +112,8 @@ void frmPopup::preview(const QString& path)
 
 void frmPopup::MNUFOUNDPROPS_Click()
 {
-    frmMain& main = Forms::get<frmMain>();
-    const platform::ListView::ListItem current = main.LVWFOUND->SelectedItem();
-    if (current.isNull())
-        return;
-    showProperties(clsLibrary::instance().FILENAMELENCHK(main.FTVBROWSE->selectedfolder()) + current.Text());
+    if (const std::optional<QString> path = Forms::get<frmMain>().currentFoundPath())
+        showProperties(*path);
 }
 
 void frmPopup::MNUSELECTEDPROPS_Click()

@@ -2,11 +2,13 @@
 // the Picture tab. The Document tab is in frmProps_document.cpp.
 #include "picinfo/frmProps.h"
 
+#include "picinfo/PictureServices.h"
+#include "platform/core/Error.h"
 #include "platform/core/ImageHeader.h"
 #include "platform/widgets/Fonts.h"
 #include "presentation/PANEL.h"
 #include "presentation/TXTSEP.h"
-#include "settings/clsLibrary.h"
+#include "settings/StoreAndFileServices.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -57,9 +59,9 @@ PropertiesRequest& propertiesRequest()
 
 } // namespace picinfo
 
-void clsLibrary::GETPROPERTIES(Form& (*FORMNAME)(), const QString& FILEPATH, Form* MODALFORM,
-                               const QString& FILETYPE, const QString& TXTRTFSRC, const QString& TXTRTFSELSRC,
-                               QWidget* RTFBOXSRC)
+void PictureServices::GETPROPERTIES(Form& (*FORMNAME)(), const QString& FILEPATH, Form* MODALFORM,
+                                    const QString& FILETYPE, const QString& TXTRTFSRC,
+                                    const QString& TXTRTFSELSRC, QWidget* RTFBOXSRC)
 {
     picinfo::propertiesRequest() = {FILEPATH, FILETYPE, TXTRTFSRC, TXTRTFSELSRC, RTFBOXSRC};
     FORMNAME().Show(1, MODALFORM);
@@ -86,7 +88,7 @@ void frmProps::createControls()
 
     PANEL1 = new zuv::PANEL(client);
     BTNCLOSE = new QPushButton(QStringLiteral("&Close"), PANEL1);
-    connect(BTNCLOSE, &QPushButton::clicked, this, &frmProps::BTNCLOSE_Click);
+    connect(BTNCLOSE, &QPushButton::clicked, this, platform::guarded(this, &frmProps::BTNCLOSE_Click));
     setCloseButton(BTNCLOSE);
 
     // Everything above the panel is laid out; the panel keeps to the bottom itself.
@@ -170,7 +172,7 @@ QLineEdit* frmProps::addField(QWidget* tab, const QString& caption, const QStrin
 
 void frmProps::Form_Load()
 {
-    clsLibrary& library = clsLibrary::instance();
+    StoreAndFileServices& library = StoreAndFileServices::instance();
     library.FORMLOAD(PlacementGroup, this, false);
     library.RESIZEBTNCLOSE(this, BTNCLOSE);
     PICICON->setFixedSize(IconSize, IconSize);
@@ -201,7 +203,7 @@ void frmProps::Form_Load()
 
 void frmProps::Form_Unload()
 {
-    clsLibrary::instance().FORMSAVE(PlacementGroup, this, false);
+    StoreAndFileServices::instance().FORMSAVE(PlacementGroup, this, false);
 }
 
 void frmProps::BTNCLOSE_Click()
@@ -213,7 +215,7 @@ void frmProps::BTNCLOSE_Click()
 // leaves the boxes as they are; a failure of the reader is shown by the reader.
 void frmProps::UPDATEPICINFO(const QString& FILEPATH)
 {
-    clsLibrary& library = clsLibrary::instance();
+    PictureServices& library = PictureServices::instance();
     library.IMAGEFILE = FILEPATH;
     library.GETIMAGEFILEINFO();
     if (library.IMAGETYPE == platform::UnknownImage)

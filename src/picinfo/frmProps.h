@@ -23,7 +23,7 @@ class TXTSEP;
 
 namespace picinfo {
 
-// What clsLibrary::GETPROPERTIES hands to the dialog it opens: kept here from the
+// What PictureServices::GETPROPERTIES hands to the dialog it opens: kept here from the
 // call until the dialog has loaded and read it.
 struct PropertiesRequest {
     QString path;
@@ -41,7 +41,7 @@ PropertiesRequest& propertiesRequest();
 // The properties of one file, for display only: what the file system says of it on
 // the General tab, for a picture what its header says on the Picture tab, and for a
 // text document its pages, lines, characters and words on the Document tab.
-// Opened through clsLibrary::GETPROPERTIES, loaded afresh for every opening and
+// Opened through PictureServices::GETPROPERTIES, loaded afresh for every opening and
 // unloaded by Close.
 //
 //  +------------------------------------------+

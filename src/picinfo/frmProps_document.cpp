@@ -8,7 +8,7 @@
 #include "printing/PageSettings.h"
 #include "printing/clsPrinting.h"
 #include "printing/frmPPrev.h"
-#include "settings/clsLibrary.h"
+#include "settings/StoreAndFileServices.h"
 
 #include <QLineEdit>
 
@@ -20,7 +20,7 @@ using platform::resumeNext;
 void frmProps::UPDATEDOCINFO(const QString& path, const QString& TXTRTFSRC, const QString& /*TXTRTFSELSRC*/,
                              QWidget* RTFBOXSRC)
 {
-    clsLibrary& library = clsLibrary::instance();
+    StoreAndFileServices& library = StoreAndFileServices::instance();
     auto* box = qobject_cast<platform::RichTextBox*>(RTFBOXSRC);
     resumeNext([&] { TXTDOCPATH->setText(path); });
     resumeNext([&] { TXTWORDS->setText(QString::number(library.WORDCOUNT(TXTRTFSRC))); });
@@ -31,7 +31,7 @@ void frmProps::UPDATEDOCINFO(const QString& path, const QString& TXTRTFSRC, cons
     std::array<QString, 4> margins;
     for (size_t i = 0; i < margins.size(); ++i) {
         resumeNext([&] {
-            margins[i] = library.REGSTRREAD(clsLibrary::currentUserKey(), printing::marginsKey(),
+            margins[i] = library.REGSTRREAD(StoreAndFileServices::currentUserKey(), printing::marginsKey(),
                                             printing::marginName(int(i)), QStringLiteral("1"));
         });
     }

@@ -5,7 +5,7 @@
 #include "platform/core/Conversions.h"
 #include "platform/core/Error.h"
 #include "platform/core/FileNames.h"
-#include "settings/clsLibrary.h"
+#include "settings/StoreAndFileServices.h"
 
 #include <QCheckBox>
 #include <QDir>
@@ -264,7 +264,7 @@ void frmProps::READFILEINFO()
     const QString folder = PROPERCASEPATH(FILEFULLPATH.left(slash + 1));
     if (folder.isEmpty())
         return;
-    const QString folderPath = clsLibrary::instance().FILENAMELENCHK(folder);
+    const QString folderPath = StoreAndFileServices::instance().FILENAMELENCHK(folder);
     const std::optional<Entry> found = findEntry(folderPath, FILEFULLPATH.mid(slash + 1));
     if (!found)
         return;

@@ -51,7 +51,7 @@ void ICOMNU::Attach(QWidget* form, bool menuBar)
         for (QAction* title : bar_->actions())
             number(title, false);
         if (menuBar)
-            connect(bar_, &QMenuBar::hovered, this, &ICOMNU::barHovered);
+            connect(bar_, &QMenuBar::hovered, this, platform::guarded(this, &ICOMNU::barHovered));
     }
     // The popup menus; the menu bar's own machinery (its overflow menu) is no menu
     // of the form.
@@ -99,8 +99,8 @@ void ICOMNU::follow(QMenu* menu, bool popup)
     menus_.append(menu);
     if (popup)
         popups_.append(menu);
-    connect(menu, &QMenu::hovered, this, &ICOMNU::report);
-    connect(menu, &QMenu::aboutToHide, this, [this, menu] { menuClosing(menu); });
+    connect(menu, &QMenu::hovered, this, platform::guarded(this, &ICOMNU::report));
+    connect(menu, &QMenu::aboutToHide, this, platform::guarded([this, menu] { menuClosing(menu); }));
     menu->installEventFilter(this);
 }
 

@@ -15,7 +15,7 @@ constexpr float DesignHeight = 645;
 
 int designHeightInPixels()
 {
-    return qRound(DesignHeight / platform::Screen::TwipsPerPixelY());
+    return platform::Screen::pixelsY(DesignHeight);
 }
 
 } // namespace

@@ -54,8 +54,8 @@ void VBAR::setColor(Color which, const QColor& color)
 
 QSize VBAR::sizeHint() const
 {
-    const int height = std::max(qRound(DesignHeight / platform::Screen::TwipsPerPixelY()),
-                                fontMetrics().height() + 2 * TextMargin);
+    const int height =
+        std::max(platform::Screen::pixelsY(DesignHeight), fontMetrics().height() + 2 * TextMargin);
     return {fontMetrics().horizontalAdvance(caption_) + 2 * TextMargin, height};
 }
 

@@ -2,13 +2,13 @@
 
 #include "platform/print/CommonDialog.h"
 #include "platform/widgets/Form.h"
-#include "settings/clsLibrary.h"
+#include "settings/StoreAndFileServices.h"
 
 namespace printing {
 
 QString marginsKey()
 {
-    return clsLibrary::companyKey() + QStringLiteral("\\GLOBAL\\frmPPrev\\Items");
+    return StoreAndFileServices::companyKey() + QStringLiteral("\\GLOBAL\\frmPPrev\\Items");
 }
 
 QString marginName(int number)
@@ -18,12 +18,12 @@ QString marginName(int number)
 
 QString headerKey()
 {
-    return clsLibrary::programKey() + QStringLiteral("\\frmPPrev\\Items\\Header");
+    return StoreAndFileServices::programKey() + QStringLiteral("\\frmPPrev\\Items\\Header");
 }
 
 QString footerKey()
 {
-    return clsLibrary::programKey() + QStringLiteral("\\frmPPrev\\Items\\Footer");
+    return StoreAndFileServices::programKey() + QStringLiteral("\\frmPPrev\\Items\\Footer");
 }
 
 QString mainFileName()

@@ -7,8 +7,9 @@
 #include "platform/print/CommonDialog.h"
 #include "platform/print/Printer.h"
 #include "platform/print/RichTextBox.h"
+#include "printing/PrintServices.h"
 #include "printing/frmPPrev.h"
-#include "settings/clsLibrary.h"
+#include "settings/StoreAndFileServices.h"
 
 #include <algorithm>
 
@@ -68,10 +69,10 @@ void clsPrinting::INITIALIZEPATH(Form* FORMNAME, platform::RichTextBox* RICHTEXT
 
 void clsPrinting::GETMARGINS()
 {
-    const QString key = clsLibrary::companyKey() + QStringLiteral("\\GLOBAL\\frmPPrev\\Items");
+    const QString key = StoreAndFileServices::companyKey() + QStringLiteral("\\GLOBAL\\frmPPrev\\Items");
     auto margin = [&key](int number) {
-        return platform::toDouble(clsLibrary::instance().REGSTRREAD(
-            clsLibrary::currentUserKey(), key, QStringLiteral("Page Margin %1").arg(number),
+        return platform::toDouble(StoreAndFileServices::instance().REGSTRREAD(
+            StoreAndFileServices::currentUserKey(), key, QStringLiteral("Page Margin %1").arg(number),
             QStringLiteral("1")));
     };
     MARGINLEFT = margin(0);
@@ -158,9 +159,9 @@ void clsPrinting::PRINTDOCUMENT(Form* FORMNAME, platform::RichTextBox* RICHTEXT1
         const int16_t bottom = wholeInches(MARGINBOTTOM);
         PAGECOUNT(FORMNAME, 1, left, top, right, bottom);
         if (!HIDEDIALOG) {
-            clsLibrary::instance().HOOKFRMLOAD();
+            PrintServices::instance().HOOKFRMLOAD();
             dialog.ShowPrinter();
-            clsLibrary::instance().HOOKFRMUNLOAD();
+            PrintServices::instance().HOOKFRMUNLOAD();
         }
         // The printer may have changed in the dialog: its page sets the rectangles.
         DEVICESETUP(left, top, right, bottom);
@@ -219,7 +220,7 @@ void clsPrinting::PRINTDOCUMENT(Form* FORMNAME, platform::RichTextBox* RICHTEXT1
         printer.Print(QString());
         page = 1;
         for (;;) {
-            clsLibrary::instance().PAGEHEADERFOOTERINFO(
+            PrintServices::instance().PAGEHEADERFOOTERINFO(
                 QString::number(page), fractionToTwips(MARGINLEFT), fractionToTwips(MARGINTOP),
                 fractionToTwips(MARGINBOTTOM), fractionToTwips(MARGINRIGHT));
             const int32_t start = FRPRINT.chrg.cpMin;

@@ -12,8 +12,9 @@
 #include "platform/widgets/ImageControl.h"
 #include "platform/widgets/StatusBar.h"
 #include "platform/widgets/Toolbar.h"
+#include "printing/PrintServices.h"
 #include "printing/frmPPrev.h"
-#include "settings/clsLibrary.h"
+#include "settings/StoreAndFileServices.h"
 
 #include <QAction>
 
@@ -40,7 +41,7 @@ frmPPrev& preview()
 // status bar shows it: "##.00", so 8.5 is "8.50" and a half inch ".50".
 QString paperInches(int32_t pixels, bool alongX)
 {
-    clsLibrary& lib = clsLibrary::instance();
+    StoreAndFileServices& lib = StoreAndFileServices::instance();
     const platform::Printer& printer = platform::currentPrinter();
     const float twipsPerPixelX = printer.ScaleX(1, platform::ScalePixels, platform::ScaleTwips);
     const float twipsPerPixelY = printer.ScaleY(1, platform::ScalePixels, platform::ScaleTwips);
@@ -79,9 +80,9 @@ void clsPrinting::PRINTPREVIEW(Form* FORMNAME, platform::RichTextBox* RICHTEXTPA
         form.CBOPGNO->AddItem(QString::number(page));
     // The assignments raise the lists' Click: the zoom applies, and the first
     // page is drawn once more. A stored zoom that is no step opens at 50 %.
-    const QString stored =
-        clsLibrary::instance().REGSTRREAD(clsLibrary::currentUserKey(), frmPPrev::settingsKey(),
-                                          QStringLiteral("Zoom"), QStringLiteral("50 %"));
+    const QString stored = StoreAndFileServices::instance().REGSTRREAD(
+        StoreAndFileServices::currentUserKey(), frmPPrev::settingsKey(), QStringLiteral("Zoom"),
+        QStringLiteral("50 %"));
     form.CBOPGZOOM->setText(form.CBOPGZOOM->hasEntry(stored) ? stored : QStringLiteral("50 %"));
     form.CBOPGNO->setText(QString::number(CURPAGE));
     PAGETOTAL = form.CBOPGNO->ListCount();
@@ -94,9 +95,9 @@ void clsPrinting::PRINTPREVIEW(Form* FORMNAME, platform::RichTextBox* RICHTEXTPA
                                      paperInches(PAPERHEIGHT, false) + QStringLiteral(" inches"));
     form.SBMAIN->setPanelText(8, QString::number(PAGETOTAL));
 
-    clsLibrary::instance().COMBOINIT(QString(), ListRows, form.CBOPGNO, true);
-    clsLibrary::instance().COMBOINIT(QString(), ListRows, form.CBOPGZOOM, true);
-    clsLibrary::instance().FORMLOAD(QStringLiteral("GLOBAL"), &form, true);
+    StoreAndFileServices::instance().COMBOINIT(QString(), ListRows, form.CBOPGNO, true);
+    StoreAndFileServices::instance().COMBOINIT(QString(), ListRows, form.CBOPGZOOM, true);
+    StoreAndFileServices::instance().FORMLOAD(QStringLiteral("GLOBAL"), &form, true);
     form.Show(1, FORMNAME);
 }
 
@@ -153,7 +154,7 @@ void clsPrinting::PAGESEL(int16_t PAGENUMBER, platform::PictureSurface* INCONTRO
 
         TEXTPOS = 0;
         for (int32_t page = 1;; ++page) {
-            clsLibrary::instance().PAGEHEADERFOOTERINFOPREVIEW(
+            PrintServices::instance().PAGEHEADERFOOTERINFOPREVIEW(
                 INCONTROL, QString::number(page), toInt16(MARGINLEFT * TwipsPerInch),
                 toInt16(MARGINTOP * TwipsPerInch), toInt16(MARGINBOTTOM * TwipsPerInch),
                 toInt16(MARGINRIGHT * TwipsPerInch));
@@ -221,12 +222,8 @@ void clsPrinting::PAGESTATE()
     const bool several = PAGETOTAL >= 2;
     const bool back = several && page != 1;
     const bool forward = several && page != PAGETOTAL;
-    for (QAction* item : {form.MNUVIEWFIRST, form.MNUVIEWPREVIOUS})
-        item->setEnabled(back);
-    for (QAction* item : {form.MNUVIEWNEXT, form.MNUVIEWLAST})
-        item->setEnabled(forward);
     for (const char* key : {"FIRST PAGE", "PREVIOUS PAGE"})
-        form.TBARMAIN->Buttons(QString::fromLatin1(key))->setEnabled(back);
+        form.commands.setEnabled(QString::fromLatin1(key), back);
     for (const char* key : {"NEXT PAGE", "LAST PAGE"})
-        form.TBARMAIN->Buttons(QString::fromLatin1(key))->setEnabled(forward);
+        form.commands.setEnabled(QString::fromLatin1(key), forward);
 }

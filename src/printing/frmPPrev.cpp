@@ -15,9 +15,10 @@
 #include "platform/widgets/Toolbar.h"
 #include "platform/widgets/Twips.h"
 #include "presentation/ICOMNU.h"
+#include "presentation/PresentationServices.h"
 #include "printing/clsPrinting.h"
 #include "resources/Icons.h"
-#include "settings/clsLibrary.h"
+#include "settings/StoreAndFileServices.h"
 
 #include <QAction>
 #include <QMenuBar>
@@ -44,6 +45,9 @@ void setScrollValue(QScrollBar* bar, int value)
 
 frmPPrev::frmPPrev() : Form(QStringLiteral("frmPPrev"))
 {
+    // Its menus describe their own items, in its own status line while it is shown.
+    setDescribesOwnMenus(true);
+    setPrintPreview(true);
     setWindowTitle(QStringLiteral("Preview"));
     QFont tahoma = font();
     tahoma.setFamily(QStringLiteral("Tahoma"));
@@ -51,6 +55,10 @@ frmPPrev::frmPPrev() : Form(QStringLiteral("frmPPrev"))
     IMGLST = resources::previewImages();
     createMenus();
     createToolStrip();
+    commands = platform::ToolbarCommands(TBARMAIN, {{"FIRST PAGE", MNUVIEWFIRST},
+                                                    {"PREVIOUS PAGE", MNUVIEWPREVIOUS},
+                                                    {"NEXT PAGE", MNUVIEWNEXT},
+                                                    {"LAST PAGE", MNUVIEWLAST}});
     createWorkArea();
     createStatusBar();
     connectEvents();
@@ -67,9 +75,7 @@ frmPPrev::frmPPrev() : Form(QStringLiteral("frmPPrev"))
 
     // The designed client area of 7515 by 6510 twips; FORMLOAD restores the
     // user's placement when the preview opens.
-    const float tx = platform::Screen::TwipsPerPixelX();
-    const float ty = platform::Screen::TwipsPerPixelY();
-    resize(qRound(7515 / tx), qRound(6510 / ty) + menuBar()->sizeHint().height());
+    resize(platform::Screen::pixelsX(7515), platform::Screen::pixelsY(6510) + menuBar()->sizeHint().height());
 }
 
 frmPPrev::~frmPPrev() = default;
@@ -91,17 +97,19 @@ QList<QAction*> frmPPrev::zoomItems() const
 
 QString frmPPrev::settingsKey()
 {
-    return clsLibrary::companyKey() + QStringLiteral("\\GLOBAL\\frmPPrev\\Items");
+    return StoreAndFileServices::companyKey() + QStringLiteral("\\GLOBAL\\frmPPrev\\Items");
 }
 
 QString frmPPrev::readSetting(const QString& item, const QString& defaultValue)
 {
-    return clsLibrary::instance().REGSTRREAD(clsLibrary::currentUserKey(), settingsKey(), item, defaultValue);
+    return StoreAndFileServices::instance().REGSTRREAD(StoreAndFileServices::currentUserKey(), settingsKey(),
+                                                       item, defaultValue);
 }
 
 void frmPPrev::writeSetting(const QString& item, const QString& data)
 {
-    clsLibrary::instance().REGSTRWRITE(clsLibrary::currentUserKey(), settingsKey(), item, data);
+    StoreAndFileServices::instance().REGSTRWRITE(StoreAndFileServices::currentUserKey(), settingsKey(), item,
+                                                 data);
 }
 
 // Runs on the first touch of the form, which the print engine makes too. A step
@@ -136,7 +144,7 @@ void frmPPrev::Form_Unload()
 {
     if (!isVisible())
         return;
-    resumeNext([&] { clsLibrary::instance().FORMSAVE(Global, this, true); });
+    resumeNext([&] { StoreAndFileServices::instance().FORMSAVE(Global, this, true); });
     resumeNext([&] { writeSetting(QStringLiteral("Zoom"), CBOPGZOOM->Text()); });
     resumeNext([&] {
         writeSetting(QStringLiteral("Status Bar"), platform::boolText(MNUVIEWSTATUSBAR->isChecked()));
@@ -147,7 +155,7 @@ void frmPPrev::Form_Unload()
 
 void frmPPrev::ICONMENUS()
 {
-    clsLibrary& lib = clsLibrary::instance();
+    PresentationServices& lib = PresentationServices::instance();
     ICOMNU->Attach(this, true);
     ICOMNU->setImageList([this](int32_t index) { return IMGLST.image(index + 1); });
     for (const auto& [item, image] : {std::pair{"MNUFILEPRINT", "PRINT"},
@@ -162,37 +170,16 @@ void frmPPrev::ICONMENUS()
 void frmPPrev::TBARMAIN_ButtonClick(const QString& key)
 {
     clsPrinting& printing = clsPrinting::instance();
+    // The page buttons perform their Go To items; Print prints at once, without the
+    // dialog that its menu item asks first.
+    if (commands.trigger(key))
+        return;
     if (key == QLatin1String("PRINT"))
         printing.PRINTDOCUMENT(this, RTF3, true);
-    else if (key == QLatin1String("FIRST PAGE"))
-        MNUVIEWFIRST->trigger();
-    else if (key == QLatin1String("PREVIOUS PAGE"))
-        MNUVIEWPREVIOUS->trigger();
-    else if (key == QLatin1String("NEXT PAGE"))
-        MNUVIEWNEXT->trigger();
-    else if (key == QLatin1String("LAST PAGE"))
-        MNUVIEWLAST->trigger();
     else if (key == QLatin1String("ZOOM OUT"))
         printing.ZOOMOUT();
     else if (key == QLatin1String("ZOOM IN"))
         printing.ZOOMIN();
-}
-
-void frmPPrev::TBARMAIN_MouseMove(int, int, float X, float)
-{
-    TMR1->start();
-    clsLibrary::instance().GETTBARDESCRIPTIONS(this, X, TBARMAIN, QStringLiteral("document"));
-}
-
-// The bar's rectangle is where the bar stands, not a fixed one: the toolkit's
-// bar is wider and taller than the designed one, and the window manager's frame
-// moves it down.
-void frmPPrev::TMR1_Timer()
-{
-    if (clsLibrary::instance().MOUSEMOVE(this, TBARMAIN->rectInWindowFrame()) == 1) {
-        clsLibrary::instance().STATUSBARCAPTION(this);
-        TMR1->stop();
-    }
 }
 
 // The menu asks the print dialog first; the toolbar's button prints all pages at once.

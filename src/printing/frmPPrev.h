@@ -3,6 +3,7 @@
 #include "platform/print/PictureSurface.h"
 #include "platform/widgets/Form.h"
 #include "platform/widgets/ImageList.h"
+#include "platform/widgets/ToolbarCommands.h"
 
 #include <QStringList>
 
@@ -92,6 +93,8 @@ public:
     platform::RichTextBox* RTF3 = nullptr;
     platform::CommonDialog* CMD1 = nullptr;
     QTimer* TMR1 = nullptr;
+    // The page buttons and the Go To items of the same commands.
+    platform::ToolbarCommands commands;
     zuv::ICOMNU* ICOMNU = nullptr;
 
     QMenu* MNUFILETOP = nullptr;
@@ -134,8 +137,6 @@ private:
 
     // Commands.
     void TBARMAIN_ButtonClick(const QString& key);
-    void TBARMAIN_MouseMove(int Button, int Shift, float X, float Y);
-    void TMR1_Timer();
     void MNUFILEPRINT_Click();
     void MNUFILEEXIT_Click();
     void MNUVIEWTOOLBAR_Click();

@@ -7,15 +7,17 @@
 #include "platform/widgets/ComboBox.h"
 #include "platform/widgets/ControlEvents.h"
 #include "platform/widgets/ImageControl.h"
+#include "platform/widgets/Menus.h"
 #include "platform/widgets/Screen.h"
 #include "platform/widgets/StatusBar.h"
 #include "platform/widgets/Toolbar.h"
 #include "platform/widgets/Twips.h"
 #include "presentation/ICOMNU.h"
+#include "presentation/PresentationServices.h"
+#include "presentation/StatusDescriptions.h"
 #include "presentation/TXTSEP.h"
 #include "printing/clsPrinting.h"
 #include "resources/Icons.h"
-#include "settings/clsLibrary.h"
 
 #include <QAction>
 #include <QFrame>
@@ -29,72 +31,47 @@
 
 #include <algorithm>
 
-using platform::resumeNext;
 using platform::twips;
 
 namespace {
 
 const QString Document = QStringLiteral("document");
 
-// A click of the toolkit's making: there is nothing above the handler to hand a
-// failure to, so it ends there.
-template <typename Handler> auto quietly(Handler handler)
-{
-    return [handler] { resumeNext(handler); };
-}
-
-QAction* namedItem(QMenu* menu, const QString& caption, const char* name)
-{
-    QAction* item = menu->addAction(caption);
-    item->setObjectName(QString::fromLatin1(name));
-    return item;
-}
-
-QAction* checkItem(QMenu* menu, const QString& caption, const char* name, bool checked)
-{
-    QAction* item = namedItem(menu, caption, name);
-    item->setCheckable(true);
-    item->setChecked(checked);
-    return item;
-}
-
 } // namespace
 
 void frmPPrev::createMenus()
 {
-    MNUFILETOP = menuBar()->addMenu(QStringLiteral("&File"));
-    MNUFILETOP->setObjectName(QStringLiteral("MNUFILETOP"));
-    MNUFILEPRINT = namedItem(MNUFILETOP, QStringLiteral("&Print..."), "MNUFILEPRINT");
+    using platform::addCheckItem;
+    using platform::addNamedItem;
+    using platform::addNamedMenu;
+    MNUFILETOP = addNamedMenu(menuBar(), QStringLiteral("&File"), "MNUFILETOP");
+    MNUFILEPRINT = addNamedItem(MNUFILETOP, QStringLiteral("&Print..."), "MNUFILEPRINT");
     MNUFILEPRINT->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_P));
     MNUFILETOP->addSeparator();
-    MNUFILEEXIT = namedItem(MNUFILETOP, QStringLiteral("&Close"), "MNUFILEEXIT");
+    MNUFILEEXIT = addNamedItem(MNUFILETOP, QStringLiteral("&Close"), "MNUFILEEXIT");
 
-    MNUVIEWTOP = menuBar()->addMenu(QStringLiteral("&View"));
-    MNUVIEWTOP->setObjectName(QStringLiteral("MNUVIEWTOP"));
-    MNUVIEWTOOLBAR = checkItem(MNUVIEWTOP, QStringLiteral("&Standard Toolbar"), "MNUVIEWTOOLBAR", true);
-    MNUVIEWSTATUSBAR = checkItem(MNUVIEWTOP, QStringLiteral("S&tatus Bar"), "MNUVIEWSTATUSBAR", true);
+    MNUVIEWTOP = addNamedMenu(menuBar(), QStringLiteral("&View"), "MNUVIEWTOP");
+    MNUVIEWTOOLBAR = addCheckItem(MNUVIEWTOP, QStringLiteral("&Standard Toolbar"), "MNUVIEWTOOLBAR", true);
+    MNUVIEWSTATUSBAR = addCheckItem(MNUVIEWTOP, QStringLiteral("S&tatus Bar"), "MNUVIEWSTATUSBAR", true);
     MNUVIEWTOP->addSeparator();
-    MNUVIEWZOOM = MNUVIEWTOP->addMenu(QStringLiteral("&Zoom"));
-    MNUVIEWZOOM->setObjectName(QStringLiteral("MNUVIEWZOOM"));
-    MNUZOOM200 = checkItem(MNUVIEWZOOM, QStringLiteral("200 %"), "MNUZOOM200", false);
-    MNUZOOM150 = checkItem(MNUVIEWZOOM, QStringLiteral("150 %"), "MNUZOOM150", false);
-    MNUZOOM100 = checkItem(MNUVIEWZOOM, QStringLiteral("100 %"), "MNUZOOM100", false);
-    MNUZOOM75 = checkItem(MNUVIEWZOOM, QStringLiteral("75 %"), "MNUZOOM75", false);
-    MNUZOOM50 = checkItem(MNUVIEWZOOM, QStringLiteral("50 %"), "MNUZOOM50", false);
-    MNUZOOM25 = checkItem(MNUVIEWZOOM, QStringLiteral("25 %"), "MNUZOOM25", false);
-    MNUZOOMPW = checkItem(MNUVIEWZOOM, QStringLiteral("&Page Width"), "MNUZOOMPW", false);
-    MNUZOOMWP = checkItem(MNUVIEWZOOM, QStringLiteral("&Whole Page"), "MNUZOOMWP", false);
+    MNUVIEWZOOM = addNamedMenu(MNUVIEWTOP, QStringLiteral("&Zoom"), "MNUVIEWZOOM");
+    MNUZOOM200 = addCheckItem(MNUVIEWZOOM, QStringLiteral("200 %"), "MNUZOOM200", false);
+    MNUZOOM150 = addCheckItem(MNUVIEWZOOM, QStringLiteral("150 %"), "MNUZOOM150", false);
+    MNUZOOM100 = addCheckItem(MNUVIEWZOOM, QStringLiteral("100 %"), "MNUZOOM100", false);
+    MNUZOOM75 = addCheckItem(MNUVIEWZOOM, QStringLiteral("75 %"), "MNUZOOM75", false);
+    MNUZOOM50 = addCheckItem(MNUVIEWZOOM, QStringLiteral("50 %"), "MNUZOOM50", false);
+    MNUZOOM25 = addCheckItem(MNUVIEWZOOM, QStringLiteral("25 %"), "MNUZOOM25", false);
+    MNUZOOMPW = addCheckItem(MNUVIEWZOOM, QStringLiteral("&Page Width"), "MNUZOOMPW", false);
+    MNUZOOMWP = addCheckItem(MNUVIEWZOOM, QStringLiteral("&Whole Page"), "MNUZOOMWP", false);
 
-    MNUGOTOTOP = menuBar()->addMenu(QStringLiteral("&Go To"));
-    MNUGOTOTOP->setObjectName(QStringLiteral("MNUGOTOTOP"));
-    MNUVIEWFIRST = namedItem(MNUGOTOTOP, QStringLiteral("&First Page"), "MNUVIEWFIRST");
-    MNUVIEWPREVIOUS = namedItem(MNUGOTOTOP, QStringLiteral("&Previous Page"), "MNUVIEWPREVIOUS");
-    MNUVIEWNEXT = namedItem(MNUGOTOTOP, QStringLiteral("&Next Page"), "MNUVIEWNEXT");
-    MNUVIEWLAST = namedItem(MNUGOTOTOP, QStringLiteral("&Last Page"), "MNUVIEWLAST");
+    MNUGOTOTOP = addNamedMenu(menuBar(), QStringLiteral("&Go To"), "MNUGOTOTOP");
+    MNUVIEWFIRST = addNamedItem(MNUGOTOTOP, QStringLiteral("&First Page"), "MNUVIEWFIRST");
+    MNUVIEWPREVIOUS = addNamedItem(MNUGOTOTOP, QStringLiteral("&Previous Page"), "MNUVIEWPREVIOUS");
+    MNUVIEWNEXT = addNamedItem(MNUGOTOTOP, QStringLiteral("&Next Page"), "MNUVIEWNEXT");
+    MNUVIEWLAST = addNamedItem(MNUGOTOTOP, QStringLiteral("&Last Page"), "MNUVIEWLAST");
 
-    MNUHELPTOP = menuBar()->addMenu(QStringLiteral("&Help"));
-    MNUHELPTOP->setObjectName(QStringLiteral("MNUHELPTOP"));
-    MNUHELPABOUT = namedItem(MNUHELPTOP, QStringLiteral("&About"), "MNUHELPABOUT");
+    MNUHELPTOP = addNamedMenu(menuBar(), QStringLiteral("&Help"), "MNUHELPTOP");
+    MNUHELPABOUT = addNamedItem(MNUHELPTOP, QStringLiteral("&About"), "MNUHELPABOUT");
 }
 
 // The tool strip: the toolbar with a gap in which the page list stands, then the
@@ -108,7 +85,7 @@ void frmPPrev::createToolStrip()
     FRAMTBAR = new QWidget(PICTBAR);
     auto* row = new QHBoxLayout(FRAMTBAR);
     row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(qRound(60 / platform::Screen::TwipsPerPixelX()));
+    row->setSpacing(platform::Screen::pixelsX(60));
 
     TBARMAIN = new platform::Toolbar(&IMGLST, FRAMTBAR);
     TBARMAIN->addButton(QStringLiteral("PRINT"), QStringLiteral("&Print"), QStringLiteral("Print"),
@@ -132,9 +109,9 @@ void frmPPrev::createToolStrip()
     auto* gap = new QWidget(TBARMAIN);
     CBOPGNO = new platform::ComboBox(gap);
     CBOPGNO->setObjectName(QStringLiteral("CBOPGNO"));
-    const float listHeight = float(CBOPGNO->sizeHint().height()) * platform::Screen::TwipsPerPixelY();
+    const float listHeight = platform::Screen::twipsY(CBOPGNO->sizeHint().height());
     twips(CBOPGNO).Move(57, 0, 960, listHeight);
-    gap->setFixedSize(qRound(1075 / platform::Screen::TwipsPerPixelX()), CBOPGNO->height());
+    gap->setFixedSize(platform::Screen::pixelsX(1075), CBOPGNO->height());
     TBARMAIN->addWidget(gap);
     TBARMAIN->addSeparator();
     TBARMAIN->addButton(QStringLiteral("ZOOM OUT"), QStringLiteral("&Zoom Out"), QStringLiteral("Zoom Out"),
@@ -157,8 +134,7 @@ void frmPPrev::createToolStrip()
     row->addWidget(CBOPGZOOM);
     row->addStretch(1);
 
-    const float stripHeight =
-        std::max(345.0f, float(row->sizeHint().height()) * platform::Screen::TwipsPerPixelY());
+    const float stripHeight = std::max(345.0f, platform::Screen::twipsY(row->sizeHint().height()));
     twips(FRAMTBAR).Move(0, 45, 7515, stripHeight);
     TXTSEP1 = new zuv::TXTSEP(QString(), PICTBAR);
     twips(TXTSEP1).Move(-495, -105, 245745, 225);
@@ -176,7 +152,7 @@ void frmPPrev::createWorkArea()
     PICWINDOW = new QFrame(clientArea());
     PICWINDOW->setObjectName(QStringLiteral("PICWINDOW"));
     PICWINDOW->setFrameStyle(QFrame::Panel | QFrame::Sunken);
-    PICWINDOW->setLineWidth(qRound(30 / platform::Screen::TwipsPerPixelX()));
+    PICWINDOW->setLineWidth(platform::Screen::pixelsX(30));
     PICWINDOW->setFocusPolicy(Qt::StrongFocus);
     workArea_ = new QWidget(PICWINDOW);
     workArea_->setAutoFillBackground(true);
@@ -189,8 +165,7 @@ void frmPPrev::createWorkArea()
     IMGPREVIEW->setObjectName(QStringLiteral("IMGPREVIEW"));
     IMGPREVIEW->setCursor(resources::magnifierCursor());
 
-    const float extent =
-        float(style()->pixelMetric(QStyle::PM_ScrollBarExtent)) * platform::Screen::TwipsPerPixelX();
+    const float extent = platform::Screen::twipsX(style()->pixelMetric(QStyle::PM_ScrollBarExtent));
     SCRHBAR = new QScrollBar(Qt::Horizontal, workArea_);
     SCRVBAR = new QScrollBar(Qt::Vertical, workArea_);
     SCRHBAR->setObjectName(QStringLiteral("SCRHBAR"));
@@ -230,36 +205,40 @@ void frmPPrev::createStatusBar()
 
 void frmPPrev::connectEvents()
 {
-    connect(MNUFILEPRINT, &QAction::triggered, this, quietly([this] { MNUFILEPRINT_Click(); }));
-    connect(MNUFILEEXIT, &QAction::triggered, this, quietly([this] { MNUFILEEXIT_Click(); }));
-    connect(MNUVIEWTOOLBAR, &QAction::triggered, this, quietly([this] { MNUVIEWTOOLBAR_Click(); }));
-    connect(MNUVIEWSTATUSBAR, &QAction::triggered, this, quietly([this] { MNUVIEWSTATUSBAR_Click(); }));
-    connect(MNUHELPABOUT, &QAction::triggered, this, quietly([this] { MNUHELPABOUT_Click(); }));
-    connect(MNUVIEWFIRST, &QAction::triggered, this, quietly([] { clsPrinting::instance().PAGESTART(); }));
+    connect(MNUFILEPRINT, &QAction::triggered, this, platform::guarded([this] { MNUFILEPRINT_Click(); }));
+    connect(MNUFILEEXIT, &QAction::triggered, this, platform::guarded([this] { MNUFILEEXIT_Click(); }));
+    connect(MNUVIEWTOOLBAR, &QAction::triggered, this, platform::guarded([this] { MNUVIEWTOOLBAR_Click(); }));
+    connect(MNUVIEWSTATUSBAR, &QAction::triggered, this,
+            platform::guarded([this] { MNUVIEWSTATUSBAR_Click(); }));
+    connect(MNUHELPABOUT, &QAction::triggered, this, platform::guarded([this] { MNUHELPABOUT_Click(); }));
+    connect(MNUVIEWFIRST, &QAction::triggered, this,
+            platform::guarded([] { clsPrinting::instance().PAGESTART(); }));
     connect(MNUVIEWPREVIOUS, &QAction::triggered, this,
-            quietly([] { clsPrinting::instance().PAGEPREVIOUS(); }));
-    connect(MNUVIEWNEXT, &QAction::triggered, this, quietly([] { clsPrinting::instance().PAGENEXT(); }));
-    connect(MNUVIEWLAST, &QAction::triggered, this, quietly([] { clsPrinting::instance().PAGEEND(); }));
+            platform::guarded([] { clsPrinting::instance().PAGEPREVIOUS(); }));
+    connect(MNUVIEWNEXT, &QAction::triggered, this,
+            platform::guarded([] { clsPrinting::instance().PAGENEXT(); }));
+    connect(MNUVIEWLAST, &QAction::triggered, this,
+            platform::guarded([] { clsPrinting::instance().PAGEEND(); }));
     // Each zoom item shows its step in the zoom list, whose Click applies it.
     const QList<QAction*> items = zoomItems();
     for (qsizetype i = 0; i < items.size(); ++i) {
         const QString step = zoomSteps().at(i);
-        connect(items.at(i), &QAction::triggered, this, quietly([this, step] { CBOPGZOOM->setText(step); }));
+        connect(items.at(i), &QAction::triggered, this,
+                platform::guarded([this, step] { CBOPGZOOM->setText(step); }));
     }
     connect(TBARMAIN, &platform::Toolbar::ButtonClick, this,
-            [this](const QString& key) { resumeNext([&] { TBARMAIN_ButtonClick(key); }); });
+            platform::guarded(this, &frmPPrev::TBARMAIN_ButtonClick));
 
     CBOPGNO->onClick([this] { CBOPGNO_Click(); });
     CBOPGZOOM->onClick([] { clsPrinting::instance().ZOOMSEL(); });
-    connect(SCRHBAR, &QScrollBar::valueChanged, this, quietly([this] { SCRHBAR_Change(); }));
-    connect(SCRVBAR, &QScrollBar::valueChanged, this, quietly([this] { SCRVBAR_Change(); }));
+    connect(SCRHBAR, &QScrollBar::valueChanged, this, platform::guarded([this] { SCRHBAR_Change(); }));
+    connect(SCRVBAR, &QScrollBar::valueChanged, this, platform::guarded([this] { SCRVBAR_Change(); }));
 
     auto* window = new platform::ControlEvents(PICWINDOW);
-    connect(window, &platform::ControlEvents::KeyUp, this, &frmPPrev::PREVIEWKEYS);
+    connect(window, &platform::ControlEvents::KeyUp, this, platform::guarded(this, &frmPPrev::PREVIEWKEYS));
     auto* image = new platform::ControlEvents(IMGPREVIEW);
-    connect(image, &platform::ControlEvents::MouseUp, this, [this](int button, int shift, float x, float y) {
-        resumeNext([&] { IMGPREVIEW_MouseUp(button, shift, x, y); });
-    });
+    connect(image, &platform::ControlEvents::MouseUp, this,
+            platform::guarded(this, &frmPPrev::IMGPREVIEW_MouseUp));
 }
 
 // The descriptions of the menu items go to the status bar of the window that
@@ -268,23 +247,6 @@ void frmPPrev::connectEvents()
 void frmPPrev::createMenuTracking()
 {
     ICOMNU = new zuv::ICOMNU(this);
-    const auto describe = [this](int32_t number, int32_t, bool separator) {
-        clsLibrary::instance().STATUSTEXTDESC(this, Forms::mainForm(), number, separator, Document);
-    };
-    const auto describePlain = [this](int32_t number, int32_t, bool) {
-        clsLibrary::instance().STATUSTEXTDESC(this, Forms::mainForm(), number, false);
-    };
-    const auto clear = [this] { clsLibrary::instance().STATUSTEXTDESC(this, Forms::mainForm(), 0, false); };
-    connect(ICOMNU, &zuv::ICOMNU::ItemReport, this, describe);
-    connect(ICOMNU, &zuv::ICOMNU::ItemReportPlain, this, describePlain);
-    connect(ICOMNU, &zuv::ICOMNU::StatusResetA, this, clear);
-    connect(ICOMNU, &zuv::ICOMNU::StatusResetB, this, clear);
-    connect(ICOMNU, &zuv::ICOMNU::StatusResetC, this, clear);
-
-    TMR1 = new QTimer(this);
-    TMR1->setInterval(1);
-    connect(TMR1, &QTimer::timeout, this, &frmPPrev::TMR1_Timer);
-    TBARMAIN->setMouseTracking(true);
-    auto* bar = new platform::ControlEvents(TBARMAIN);
-    connect(bar, &platform::ControlEvents::MouseMove, this, &frmPPrev::TBARMAIN_MouseMove);
+    zuv::describeMenus(ICOMNU, this, &Forms::mainForm, Document);
+    TMR1 = zuv::describeToolbar(TBARMAIN, this, Document);
 }

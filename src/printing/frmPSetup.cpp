@@ -1,6 +1,7 @@
 // The page setup dialog: its controls and which handler each of them raises.
 #include "printing/frmPSetup.h"
 
+#include "platform/core/Error.h"
 #include "platform/widgets/Screen.h"
 #include "platform/widgets/Twips.h"
 #include "presentation/PANEL.h"
@@ -211,8 +212,8 @@ QWidget* frmPSetup::createPageTab()
     auto* miniature = new QVBoxLayout;
     PICWINDOW = new QFrame(FRAMPAGE);
     PICWINDOW->setFrameStyle(QFrame::Panel | QFrame::Sunken);
-    PICWINDOW->setFixedSize(qRound(PictureWindowSize / platform::Screen::TwipsPerPixelX()),
-                            qRound(PictureWindowSize / platform::Screen::TwipsPerPixelY()));
+    PICWINDOW->setFixedSize(platform::Screen::pixelsX(PictureWindowSize),
+                            platform::Screen::pixelsY(PictureWindowSize));
     PICSHADOW = new QFrame(PICWINDOW);
     PICSHADOW->setAutoFillBackground(true);
     PICSHADOW->setBackgroundRole(QPalette::Shadow);
@@ -306,33 +307,38 @@ QWidget* frmPSetup::createHeaderFooterTab()
 // made it, except the printer list, which answers the user's choice alone.
 void frmPSetup::connectHandlers()
 {
-    connect(TABSTRIP1, &QTabBar::currentChanged, this, &frmPSetup::TABSTRIP1_Click);
-    connect(CBOPRINTERS, &QComboBox::activated, this, &frmPSetup::CBOPRINTERS_Click);
-    connect(CBOPAPER, &QComboBox::currentIndexChanged, this, &frmPSetup::CBOPAPER_Click);
-    connect(OPTORIENTPORT, &QRadioButton::toggled, this, [this](bool on) {
-        if (on)
-            OPTORIENTPORT_Click();
-    });
-    connect(OPTORIENTLAND, &QRadioButton::toggled, this, [this](bool on) {
-        if (on)
-            OPTORIENTLAND_Click();
-    });
+    connect(TABSTRIP1, &QTabBar::currentChanged, this, platform::guarded(this, &frmPSetup::TABSTRIP1_Click));
+    connect(CBOPRINTERS, &QComboBox::activated, this, platform::guarded(this, &frmPSetup::CBOPRINTERS_Click));
+    connect(CBOPAPER, &QComboBox::currentIndexChanged, this,
+            platform::guarded(this, &frmPSetup::CBOPAPER_Click));
+    connect(OPTORIENTPORT, &QRadioButton::toggled, this, platform::guarded([this](bool on) {
+                if (on)
+                    OPTORIENTPORT_Click();
+            }));
+    connect(OPTORIENTLAND, &QRadioButton::toggled, this, platform::guarded([this](bool on) {
+                if (on)
+                    OPTORIENTLAND_Click();
+            }));
     for (zuv::SPIN* margin : {UDNLEFT, UDNRIGHT, UDNTOP, UDNBOTTOM})
-        connect(margin, &zuv::SPIN::Change, this, &frmPSetup::UDN_Change);
-    connect(BTNDEFAULTS, &QPushButton::clicked, this, &frmPSetup::BTNDEFAULTS_Click);
+        connect(margin, &zuv::SPIN::Change, this, platform::guarded(this, &frmPSetup::UDN_Change));
+    connect(BTNDEFAULTS, &QPushButton::clicked, this, platform::guarded(this, &frmPSetup::BTNDEFAULTS_Click));
 
-    connect(BTNDEFAULTSHF, &QPushButton::clicked, this, &frmPSetup::BTNDEFAULTSHF_Click);
-    connect(CHKHEADER, &QCheckBox::stateChanged, this, &frmPSetup::CHKHEADER_Click);
-    connect(CHKFOOTER, &QCheckBox::stateChanged, this, &frmPSetup::CHKFOOTER_Click);
+    connect(BTNDEFAULTSHF, &QPushButton::clicked, this,
+            platform::guarded(this, &frmPSetup::BTNDEFAULTSHF_Click));
+    connect(CHKHEADER, &QCheckBox::stateChanged, this, platform::guarded(this, &frmPSetup::CHKHEADER_Click));
+    connect(CHKFOOTER, &QCheckBox::stateChanged, this, platform::guarded(this, &frmPSetup::CHKFOOTER_Click));
     const std::pair<QCheckBox*, QWidget*> elements[] = {
         {CHKHEADTITLE, TXTHEADTITLE}, {CHKHEADDATE, TXTHEADDATE},     {CHKHEADTIME, TXTHEADTIME},
         {CHKHEADLINE, LNHEADLINE},    {CHKFOOTFIELD1, TXTFOOTFIELD1}, {CHKFOOTFIELD2, TXTFOOTFIELD2},
         {CHKFOOTPGNO, TXTFOOTPGNO},   {CHKFOOTLINE, LNFOOTLINE}};
     for (const auto& [box, element] : elements)
-        connect(box, &QCheckBox::stateChanged, this, [this, box, element] { pictureBoxClick(box, element); });
-    connect(TXTHEADTITLE, &QLineEdit::textChanged, this, &frmPSetup::TXTHEADTITLE_Change);
-    connect(TXTFOOTFIELD1, &QLineEdit::textChanged, this, &frmPSetup::TXTFOOTFIELD1_Change);
+        connect(box, &QCheckBox::stateChanged, this,
+                platform::guarded([this, box, element] { pictureBoxClick(box, element); }));
+    connect(TXTHEADTITLE, &QLineEdit::textChanged, this,
+            platform::guarded(this, &frmPSetup::TXTHEADTITLE_Change));
+    connect(TXTFOOTFIELD1, &QLineEdit::textChanged, this,
+            platform::guarded(this, &frmPSetup::TXTFOOTFIELD1_Change));
 
-    connect(BTNOK, &QPushButton::clicked, this, &frmPSetup::BTNOK_Click);
-    connect(BTNCANCEL, &QPushButton::clicked, this, &frmPSetup::BTNCANCEL_Click);
+    connect(BTNOK, &QPushButton::clicked, this, platform::guarded(this, &frmPSetup::BTNOK_Click));
+    connect(BTNCANCEL, &QPushButton::clicked, this, platform::guarded(this, &frmPSetup::BTNCANCEL_Click));
 }

@@ -31,7 +31,7 @@ extern QString PSETUPPRINTER; // the printer's name at the last OK
 // miniature of the sheet drawn to scale; the header and footer of printed pages on
 // the second. Printer, paper and orientation go to the printer as they are chosen,
 // since the miniature reads them from there; the settings are stored only by OK.
-// Opened through clsLibrary::PAGESETUPPAGESHOW and PAGESETUPHEADFOOTSHOW.
+// Opened through PrintServices::PAGESETUPPAGESHOW and PAGESETUPHEADFOOTSHOW.
 //
 //  +-TABSTRIP1------------------------------------------+
 //  | Page | Header/Footer |                             |

@@ -4,7 +4,7 @@
 
 #include "platform/core/App.h"
 #include "printing/PageSettings.h"
-#include "settings/clsLibrary.h"
+#include "settings/StoreAndFileServices.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -33,7 +33,7 @@ QString frmPSetup::defaultTitle()
 
 QString frmPSetup::defaultField1()
 {
-    return clsLibrary::instance().GETCOMPANYNAME();
+    return StoreAndFileServices::instance().GETCOMPANYNAME();
 }
 
 QString frmPSetup::defaultField2()

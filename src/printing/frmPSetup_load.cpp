@@ -5,10 +5,11 @@
 #include "platform/core/Conversions.h"
 #include "platform/core/Error.h"
 #include "platform/print/Printer.h"
+#include "presentation/PresentationServices.h"
 #include "presentation/SPIN.h"
 #include "printing/PageSettings.h"
 #include "printing/Paper.h"
-#include "settings/clsLibrary.h"
+#include "settings/StoreAndFileServices.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -88,12 +89,13 @@ constexpr std::array<size_t, SwitchCount> WriteOrder = {2, 3, 1, 0, 4, 5, 6, 7, 
 
 QString read(const QString& key, const QString& name, const QString& fallback)
 {
-    return clsLibrary::instance().REGSTRREAD(clsLibrary::currentUserKey(), key, name, fallback);
+    return StoreAndFileServices::instance().REGSTRREAD(StoreAndFileServices::currentUserKey(), key, name,
+                                                       fallback);
 }
 
 void write(const QString& key, const QString& name, const QString& data)
 {
-    clsLibrary::instance().REGSTRWRITE(clsLibrary::currentUserKey(), key, name, data);
+    StoreAndFileServices::instance().REGSTRWRITE(StoreAndFileServices::currentUserKey(), key, name, data);
 }
 
 } // namespace
@@ -103,7 +105,7 @@ void write(const QString& key, const QString& name, const QString& data)
 // last steps undo what those handlers did to the dialog's own state.
 void frmPSetup::Form_Load()
 {
-    clsLibrary& library = clsLibrary::instance();
+    StoreAndFileServices& library = StoreAndFileServices::instance();
     platform::Printer& printer = platform::currentPrinter();
     PRINTERAPPLY = false;
 
@@ -160,7 +162,7 @@ void frmPSetup::Form_Load()
     if (!PSETUPORIENT.isEmpty())
         ORIENTTEXT = numberIn(PSETUPORIENT);
     BTNOK->setEnabled(false);
-    library.STATUSBARCAPTION(Forms::mainForm(), QString(), 0);
+    PresentationServices::instance().STATUSBARCAPTION(Forms::mainForm(), QString(), 0);
     const QString rows = QStringLiteral("15");
     resumeNext([&] { library.COMBOINIT(QString(), rows, CBOPAPER, false); });
     resumeNext([&] { library.COMBOINIT(QString(), rows, CBOPRINTERS, false); });

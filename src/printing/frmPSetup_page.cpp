@@ -8,7 +8,7 @@
 #include "platform/widgets/Twips.h"
 #include "presentation/SPIN.h"
 #include "printing/Paper.h"
-#include "settings/clsLibrary.h"
+#include "settings/StoreAndFileServices.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -45,7 +45,7 @@ QString asText(double value)
 // 8, 10.0 give 10 and 11.0 give 12.
 double proportion(double inches)
 {
-    clsLibrary& library = clsLibrary::instance();
+    StoreAndFileServices& library = StoreAndFileServices::instance();
     const QString shown = library.CURRENCYFMT(library.TEXTJUSTIFY(asText(inches)));
     return platform::bankersRound(platform::toDouble(shown) + 0.5);
 }
@@ -53,8 +53,8 @@ double proportion(double inches)
 // The "##.00" format: two decimals, and no zero in front of the point.
 QString sizeText(double inches)
 {
-    QString text =
-        QString::number(platform::toDouble(clsLibrary::instance().CURRENCYFMT(asText(inches))), 'f', 2);
+    QString text = QString::number(
+        platform::toDouble(StoreAndFileServices::instance().CURRENCYFMT(asText(inches))), 'f', 2);
     if (text.startsWith(QLatin1String("0.")))
         text.remove(0, 1);
     else if (text.startsWith(QLatin1String("-0.")))
@@ -154,7 +154,7 @@ void frmPSetup::PAPERSELECT()
 void frmPSetup::PAGEDRAW()
 {
     platform::Printer& printer = platform::currentPrinter();
-    clsLibrary& library = clsLibrary::instance();
+    StoreAndFileServices& library = StoreAndFileServices::instance();
     // The device is measured in its pixels; the print engine computes in twips, so
     // the printer's own scale is given back afterwards.
     const int scaleMode = printer.ScaleMode();

@@ -5,7 +5,7 @@
 #include "platform/widgets/PictureBox.h"
 #include "platform/widgets/Twips.h"
 #include "presentation/PANEL.h"
-#include "settings/clsLibrary.h"
+#include "settings/StoreAndFileServices.h"
 
 #include <QPushButton>
 
@@ -26,18 +26,18 @@ frmPPrevPhoto::frmPPrevPhoto() : Form(QStringLiteral("frmPPrevPhoto"))
     twips(BTNCLOSE).setWidth(1125);
     twips(BTNCLOSE).setHeight(345);
     setCloseButton(BTNCLOSE);
-    connect(BTNCLOSE, &QPushButton::clicked, this, &frmPPrevPhoto::BTNCLOSE_Click);
+    connect(BTNCLOSE, &QPushButton::clicked, this, platform::guarded(this, &frmPPrevPhoto::BTNCLOSE_Click));
     setWindowState(2);
 }
 
 void frmPPrevPhoto::Form_Load()
 {
-    clsLibrary::instance().FORMLOAD(QStringLiteral("GLOBAL"), this, true);
+    StoreAndFileServices::instance().FORMLOAD(QStringLiteral("GLOBAL"), this, true);
 }
 
 void frmPPrevPhoto::Form_Unload()
 {
-    clsLibrary::instance().FORMSAVE(QStringLiteral("GLOBAL"), this, true);
+    StoreAndFileServices::instance().FORMSAVE(QStringLiteral("GLOBAL"), this, true);
 }
 
 void frmPPrevPhoto::showFailure(const platform::Error& error)
@@ -68,7 +68,7 @@ void frmPPrevPhoto::Form_Resize()
         twips(PICPREVIEW).setHeight(ScaleHeight() - twips(PANEL1).Height() - twips(PICPREVIEW).Top());
     });
     resumeNext([&] { PANEL1->setDialogresize(WindowState() != 2); });
-    resumeNext([&] { clsLibrary::instance().RESIZEBTNCLOSE(this, BTNCLOSE); });
+    resumeNext([&] { StoreAndFileServices::instance().RESIZEBTNCLOSE(this, BTNCLOSE); });
 }
 
 void frmPPrevPhoto::BTNCLOSE_Click()

@@ -6,7 +6,7 @@
 #include "platform/core/Error.h"
 #include "platform/core/Picture.h"
 #include "platform/widgets/Screen.h"
-#include "settings/clsLibrary.h"
+#include "settings/StoreAndFileServices.h"
 
 #include <QCoreApplication>
 #include <QGuiApplication>
@@ -23,18 +23,20 @@ namespace {
 // The album as the main window stores it.
 QString albumCountKey()
 {
-    return clsLibrary::programKey() + QStringLiteral("\\fPICTURES\\Items");
+    return StoreAndFileServices::programKey() + QStringLiteral("\\fPICTURES\\Items");
 }
 QString albumSlotsKey()
 {
-    return clsLibrary::programKey() + QStringLiteral("\\fPICTURES\\Selection");
+    return StoreAndFileServices::programKey() + QStringLiteral("\\fPICTURES\\Selection");
 }
 
 QString readAlbum(const QString& key, const QString& item, const QString& defaultValue)
 {
-    return clsLibrary::instance().REGSTRREAD(clsLibrary::currentUserKey(), key, item, defaultValue);
+    return StoreAndFileServices::instance().REGSTRREAD(StoreAndFileServices::currentUserKey(), key, item,
+                                                       defaultValue);
 }
 
+// The worker converts with the twips per pixel it was given, not the screen's.
 int toPixels(float twips, float twipsPerPixel)
 {
     return qRound(twips / twipsPerPixel);
@@ -43,17 +45,17 @@ int toPixels(float twips, float twipsPerPixel)
 // A child control placed in twips on the form.
 void setControlLeft(QWidget* control, float twips)
 {
-    control->move(toPixels(twips, platform::Screen::TwipsPerPixelX()), control->y());
+    control->move(platform::Screen::pixelsX(twips), control->y());
 }
 
 void setControlTop(QWidget* control, float twips)
 {
-    control->move(control->x(), toPixels(twips, platform::Screen::TwipsPerPixelY()));
+    control->move(control->x(), platform::Screen::pixelsY(twips));
 }
 
 void setControlWidth(QWidget* control, float twips)
 {
-    control->resize(toPixels(twips, platform::Screen::TwipsPerPixelX()), control->height());
+    control->resize(platform::Screen::pixelsX(twips), control->height());
 }
 
 // Where a picture starts that is centred on the whole screen: an exact halving in
@@ -135,7 +137,7 @@ void frmScreen::SHOWPICTURE()
 {
     resumeNext([&] { PICPATH = readAlbum(albumSlotsKey(), QString::number(PICNUM), QStringLiteral("1")); });
     bool exists = false;
-    resumeNext([&] { exists = clsLibrary::instance().FILEEXISTS(PICPATH); });
+    resumeNext([&] { exists = StoreAndFileServices::instance().FILEEXISTS(PICPATH); });
     if (exists) {
         resumeNext([&] { setPicture(PICPATH, pictures_->load(PICPATH, visiblePart())); });
         FINDNAME();
@@ -164,8 +166,8 @@ void frmScreen::setPicture(const QString& path, platform::PicturePart picture)
     const QSizeF size = QSizeF(picture.size) / ratio;
     IMGMAIN->setPart(pixmap, picture.part.topLeft());
     IMGMAIN->resize(qCeil(size.width()), qCeil(size.height()));
-    pictureWidth_ = static_cast<float>(size.width()) * platform::Screen::TwipsPerPixelX();
-    pictureHeight_ = static_cast<float>(size.height()) * platform::Screen::TwipsPerPixelY();
+    pictureWidth_ = platform::Screen::twipsX(size.width());
+    pictureHeight_ = platform::Screen::twipsY(size.height());
     shown_ = std::move(picture);
     shownPath_ = path;
 }
@@ -206,7 +208,7 @@ void frmScreen::prefetchAround()
         QStringList ahead;
         for (const int32_t slot : {next, previous}) {
             const QString path = readAlbum(albumSlotsKey(), QString::number(slot), QStringLiteral("1"));
-            if (slot >= 1 && clsLibrary::instance().FILEEXISTS(path))
+            if (slot >= 1 && StoreAndFileServices::instance().FILEEXISTS(path))
                 ahead << path;
         }
         pictures_->keepAround(PICPATH, ahead, visiblePart());

@@ -2,6 +2,7 @@
 // button pauses and resumes, any other key and the left button leave.
 #include "viewer/frmScreen.h"
 
+#include "platform/core/Error.h"
 #include "platform/widgets/ControlEvents.h"
 #include "platform/widgets/Desktop.h"
 #include "platform/widgets/Screen.h"
@@ -49,7 +50,7 @@ void frmScreen::createControls()
     band.setColor(QPalette::WindowText, QColor(255, 255, 128));
     LBLDESC->setPalette(band);
     LBLDESC->setAutoFillBackground(true);
-    LBLDESC->resize(0, qRound(BandHeight / platform::Screen::TwipsPerPixelY()));
+    LBLDESC->resize(0, platform::Screen::pixelsY(BandHeight));
     LBLDESC->raise();
 
     TMRPICS = new QTimer(this);
@@ -81,32 +82,35 @@ void frmScreen::showEvent(QShowEvent* event)
 
 void frmScreen::connectEvents()
 {
-    connect(TMRPICS, &QTimer::timeout, this, &frmScreen::TMRPICS_Timer);
+    connect(TMRPICS, &QTimer::timeout, this, platform::guarded(this, &frmScreen::TMRPICS_Timer));
     connect(IMGMAIN, &PictureLabel::painted, this, [this] { pictures_->startDecoding(); });
 
     // A key acts on its release, and only if it was pressed in the show: the release
     // of the key that started it belongs to the main window.
     auto* form = new platform::ControlEvents(this);
     connect(form, &platform::ControlEvents::KeyDown, this,
-            [this](int keyCode, int) { keysDown_.insert(keyCode); });
-    connect(form, &platform::ControlEvents::KeyUp, this, [this](int keyCode, int shift) {
-        if (keysDown_.remove(keyCode))
-            Form_KeyUp(keyCode, shift);
-    });
-    connect(form, &platform::ControlEvents::MouseUp, this, &frmScreen::Form_MouseUp);
+            platform::guarded([this](int keyCode, int) { keysDown_.insert(keyCode); }));
+    connect(form, &platform::ControlEvents::KeyUp, this, platform::guarded([this](int keyCode, int shift) {
+                if (keysDown_.remove(keyCode))
+                    Form_KeyUp(keyCode, shift);
+            }));
+    connect(form, &platform::ControlEvents::MouseUp, this, platform::guarded(this, &frmScreen::Form_MouseUp));
 
     auto* picture = new platform::ControlEvents(IMGMAIN);
-    connect(picture, &platform::ControlEvents::MouseUp, this, &frmScreen::IMGMAIN_MouseUp);
+    connect(picture, &platform::ControlEvents::MouseUp, this,
+            platform::guarded(this, &frmScreen::IMGMAIN_MouseUp));
 
     // The band's Click comes after its MouseUp, from the left button released over
     // the band: a right click there only pauses.
     auto* band = new platform::ControlEvents(LBLDESC);
-    connect(band, &platform::ControlEvents::MouseUp, this, [this](int button, int shift, float x, float y) {
-        LBLDESC_MouseUp(button, shift, x, y);
-        const QPointF at(x / platform::Screen::TwipsPerPixelX(), y / platform::Screen::TwipsPerPixelY());
-        if (button == vbLeftButton && QRectF(LBLDESC->rect()).contains(at))
-            LBLDESC_Click();
-    });
+    connect(band, &platform::ControlEvents::MouseUp, this,
+            platform::guarded([this](int button, int shift, float x, float y) {
+                LBLDESC_MouseUp(button, shift, x, y);
+                const QPointF at(x / platform::Screen::TwipsPerPixelX(),
+                                 y / platform::Screen::TwipsPerPixelY());
+                if (button == vbLeftButton && QRectF(LBLDESC->rect()).contains(at))
+                    LBLDESC_Click();
+            }));
 }
 
 void frmScreen::Form_KeyUp(int KeyCode, int)

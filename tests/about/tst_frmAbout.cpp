@@ -4,9 +4,9 @@
 
 #include "about/frmAbout.h"
 #include "config.h"
+#include "library/clsLibrary.h"
 #include "platform/core/Shell.h"
 #include "platform/widgets/Screen.h"
-#include "settings/clsLibrary.h"
 
 #include <QLabel>
 #include <QTest>

@@ -1,10 +1,13 @@
 // The main window against a store of its own: what a person does with folders and
 // the album, and what the store holds afterwards.
+#include "FormSupport.h"
+#include "Stored.h"
 #include "TempStore.h"
 #include "ToolbarPointer.h"
 
 #include "album/frmMain.h"
 #include "album/frmPopup.h"
+#include "library/clsLibrary.h"
 #include "platform/core/App.h"
 #include "platform/core/FileNames.h"
 #include "platform/core/Registry.h"
@@ -13,7 +16,6 @@
 #include "platform/widgets/PictureBox.h"
 #include "platform/widgets/StatusBar.h"
 #include "platform/widgets/Toolbar.h"
-#include "settings/clsLibrary.h"
 #include "viewer/frmPPrevPhoto.h"
 
 #include <QAction>
@@ -32,10 +34,7 @@
 
 namespace {
 
-QString stored(const QString& key, const QString& item, const QString& fallback = QStringLiteral("<absent>"))
-{
-    return clsLibrary::instance().REGSTRREAD(clsLibrary::currentUserKey(), key, item, fallback);
-}
+using testsupport::stored;
 
 void store(const QString& key, const QString& item, const QString& data)
 {
@@ -87,8 +86,7 @@ private:
 
     frmMain* restart()
     {
-        Forms::unload<frmMain>();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        testsupport::unloadForms<frmMain>();
         return start();
     }
 
@@ -110,11 +108,7 @@ private:
     }
 
 private slots:
-    void cleanup()
-    {
-        Forms::unload<frmMain>();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
+    void cleanup() { testsupport::unloadForms<frmMain>(); }
 
     void firstStartOnAnEmptyStore()
     {

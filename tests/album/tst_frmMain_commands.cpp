@@ -1,5 +1,6 @@
 // Every command of the main window through each of its ways in, and the rules
 // that switch the commands on and off as the focus moves and the album changes.
+#include "FormSupport.h"
 #include "TempStore.h"
 
 #include "album/frmMain.h"
@@ -62,12 +63,7 @@ class tst_frmMain_commands : public QObject {
     }
 
 private slots:
-    void cleanup()
-    {
-        Forms::unload<frmScreen>();
-        Forms::unload<frmMain>();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
+    void cleanup() { testsupport::unloadForms<frmScreen, frmMain>(); }
 
     void commandsByEveryWay_data()
     {

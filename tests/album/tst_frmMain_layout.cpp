@@ -1,14 +1,16 @@
 // The main window's panes follow the splitters and the window's size by the
 // layout arithmetic in twips, and come back where the user left them.
+#include "FormSupport.h"
+#include "Stored.h"
 #include "TempStore.h"
 
 #include "album/frmMain.h"
+#include "library/clsLibrary.h"
 #include "platform/widgets/FolderTree.h"
 #include "platform/widgets/ListView.h"
 #include "platform/widgets/Screen.h"
 #include "platform/widgets/StatusBar.h"
 #include "platform/widgets/Twips.h"
-#include "settings/clsLibrary.h"
 
 #include <QAction>
 #include <QMouseEvent>
@@ -51,8 +53,7 @@ void resizeClient(frmMain* form, float width, float height)
 
 QString stored(const QString& item)
 {
-    return clsLibrary::instance().REGSTRREAD(clsLibrary::currentUserKey(), frmMain::preferencesKey(), item,
-                                             "<absent>");
+    return testsupport::stored(frmMain::preferencesKey(), item);
 }
 
 } // namespace
@@ -62,8 +63,7 @@ class tst_frmMain_layout : public QObject {
 
     frmMain* restart()
     {
-        Forms::unload<frmMain>();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        testsupport::unloadForms<frmMain>();
         frmMain* form = &Forms::get<frmMain>();
         form->show();
         QCoreApplication::processEvents();
@@ -71,11 +71,7 @@ class tst_frmMain_layout : public QObject {
     }
 
 private slots:
-    void cleanup()
-    {
-        Forms::unload<frmMain>();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
+    void cleanup() { testsupport::unloadForms<frmMain>(); }
 
     void designSizeArithmetic()
     {

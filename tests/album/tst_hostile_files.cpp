@@ -7,16 +7,17 @@
 // picture may.
 //
 // As root the test runs as nobody, so that an unreadable file is unreadable.
+#include "FormSupport.h"
 #include "TempStore.h"
 
 #include "album/frmMain.h"
+#include "library/clsLibrary.h"
 #include "picinfo/frmProps.h"
 #include "platform/core/FileNames.h"
 #include "platform/widgets/FolderTree.h"
 #include "platform/widgets/ListView.h"
 #include "platform/widgets/MsgBox.h"
 #include "platform/widgets/PictureBox.h"
-#include "settings/clsLibrary.h"
 #include "viewer/frmPPrevPhoto.h"
 #include "viewer/frmScreen.h"
 
@@ -176,8 +177,7 @@ QString showOf(const QString& good, const QString& path)
     const QString shown = show.LBLDESC->text() + QLatin1String(", ") +
                           (size == QSize(40, 30) ? QStringLiteral("previous picture")
                                                  : QStringLiteral("picture ") + sizeText(size));
-    Forms::unload<frmScreen>();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    testsupport::unloadForms<frmScreen>();
     return shown;
 }
 
@@ -267,19 +267,11 @@ private slots:
         put(QByteArray(251, 'n') + ".jpg", jpeg);
     }
 
-    void cleanup()
-    {
-        Forms::unload<frmMain>();
-        Forms::unload<frmScreen>();
-        Forms::unload<frmPPrevPhoto>();
-        Forms::unload<frmProps>();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
+    void cleanup() { testsupport::unloadForms<frmMain, frmScreen, frmPPrevPhoto, frmProps>(); }
 
     void cleanupTestCase()
     {
-        Forms::unload<frmMain>();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        testsupport::unloadForms<frmMain>();
         delete store_;
         delete folder_;
         delete other_;
@@ -329,8 +321,7 @@ private slots:
         for (const QString& name : expected)
             paths << folder_->path() + QLatin1Char('/') + name;
         QCOMPARE(added, paths);
-        Forms::unload<frmMain>();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        testsupport::unloadForms<frmMain>();
     }
 
     void eachFile_data()
@@ -452,8 +443,7 @@ private slots:
         form.ADDALL();
         QCOMPARE(form.LSTSELECTED->ListItems().Count(), 32767);
         qInfo("two folder changes and an add of 32,767 pictures: %lld ms", clock.elapsed());
-        Forms::unload<frmMain>();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        testsupport::unloadForms<frmMain>();
 
         // The show steps over the empty files to the end of the album and round.
         frmScreen& show = Forms::get<frmScreen>();
@@ -463,8 +453,7 @@ private slots:
         QCOMPARE(show.LBLDESC->text(), QStringLiteral("img32767 (32767 of 32767)"));
         show.TMRPICS_Timer();
         QCOMPARE(show.LBLDESC->text(), QStringLiteral("img00001 (1 of 32767)"));
-        Forms::unload<frmScreen>();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        testsupport::unloadForms<frmScreen>();
     }
 };
 

@@ -7,13 +7,15 @@
 //
 // VISTARRO_KILLS sets the number of kills (3 by default), VISTARRO_KILL_SEED the
 // seed of the moments; scripts/soak.sh runs many.
+#include "FormSupport.h"
+#include "Stored.h"
 #include "TempStore.h"
 
 #include "album/frmMain.h"
+#include "library/clsLibrary.h"
 #include "platform/core/Registry.h"
 #include "platform/widgets/FolderTree.h"
 #include "platform/widgets/ListView.h"
-#include "settings/clsLibrary.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -39,11 +41,7 @@ namespace {
 constexpr int Pictures = 1000;
 const QString Driver = QStringLiteral(VISTARRO_ALBUM_DRIVER);
 
-QString stored(const QString& key, const QString& item)
-{
-    return clsLibrary::instance().REGSTRREAD(clsLibrary::currentUserKey(), key, item,
-                                             QStringLiteral("<absent>"));
-}
+using testsupport::stored;
 
 QString slot(int n)
 {
@@ -105,11 +103,9 @@ QStringList albumTexts(frmMain& form)
 QStringList albumAtNextStart()
 {
     platform::Registry::instance().reopen();
-    Forms::unload<frmMain>();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    testsupport::unloadForms<frmMain>();
     const QStringList texts = albumTexts(Forms::get<frmMain>());
-    Forms::unload<frmMain>();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    testsupport::unloadForms<frmMain>();
     return texts;
 }
 
@@ -261,11 +257,7 @@ class tst_StoreReliability : public QObject {
     Q_OBJECT
 
 private slots:
-    void cleanup()
-    {
-        Forms::unload<frmMain>();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
+    void cleanup() { testsupport::unloadForms<frmMain>(); }
 
     // A program killed at a random moment of adding 1,000 pictures leaves a store
     // that opens and holds the pictures added so far, in their order.
@@ -709,8 +701,7 @@ private slots:
         const QByteArray before = fileBytes(database);
 
         // Whatever is listed is the stored album's pictures, in their order.
-        Forms::unload<frmMain>();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        testsupport::unloadForms<frmMain>();
         platform::Registry::instance().reopen();
         frmMain& form = Forms::get<frmMain>();
         const QStringList listed = albumTexts(form);

@@ -3,9 +3,9 @@
 // that are too short, and DRAWBITMAP's sizing and stretching.
 
 #include "Bytes.h"
+#include "library/clsLibrary.h"
 #include "platform/core/Error.h"
 #include "platform/widgets/PictureBox.h"
-#include "settings/clsLibrary.h"
 
 #include <QTest>
 

@@ -3,6 +3,7 @@
 // margins.
 #include "TempStore.h"
 
+#include "library/clsLibrary.h"
 #include "picinfo/frmProps.h"
 #include "platform/print/Printer.h"
 #include "platform/print/RichTextBox.h"
@@ -10,7 +11,6 @@
 #include "printing/PageSettings.h"
 #include "printing/Paper.h"
 #include "printing/frmPPrev.h"
-#include "settings/clsLibrary.h"
 
 #include <QApplication>
 #include <QLineEdit>

@@ -5,10 +5,10 @@
 // main() sets before the application reads the locale.
 #include "TempStore.h"
 
+#include "library/clsLibrary.h"
 #include "picinfo/frmProps.h"
 #include "platform/core/FileNames.h"
 #include "platform/widgets/MsgBox.h"
-#include "settings/clsLibrary.h"
 
 #include <QApplication>
 #include <QBuffer>

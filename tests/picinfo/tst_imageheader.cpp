@@ -2,11 +2,11 @@
 // files a folder can hold, and on pictures written by Qt's own image writers.
 
 #include "Bytes.h"
+#include "library/clsLibrary.h"
 #include "platform/core/Error.h"
 #include "platform/core/FileNames.h"
 #include "platform/core/ImageHeader.h"
 #include "platform/widgets/MsgBox.h"
-#include "settings/clsLibrary.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>

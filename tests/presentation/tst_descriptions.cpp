@@ -1,10 +1,10 @@
+#include "library/clsLibrary.h"
 #include "platform/widgets/Form.h"
 #include "platform/widgets/StatusBar.h"
 #include "platform/widgets/Toolbar.h"
 #include "platform/widgets/Twips.h"
 #include "presentation/CommandDescriptions.h"
 #include "presentation/ICOMNU.h"
-#include "settings/clsLibrary.h"
 
 #include <QMenu>
 #include <QMenuBar>
@@ -14,11 +14,18 @@ namespace {
 
 const QString Old = QStringLiteral("old");
 
+// What a window is to the descriptions: an ordinary one, one that describes its
+// own menus (the popup menus' form), or a print preview, which does that and has
+// a status line of its own.
+enum class Role { Plain, OwnMenus, Preview };
+
 // A window as the description services see it: a form with its status line
 // (holding an old text), one menu under its icon menu control, and a toolbar.
 struct Window {
-    explicit Window(const QString& name, bool withStatusBar = true) : form(name)
+    explicit Window(const QString& name, Role role = Role::Plain, bool withStatusBar = true) : form(name)
     {
+        form.setDescribesOwnMenus(role != Role::Plain);
+        form.setPrintPreview(role == Role::Preview);
         if (withStatusBar) {
             bar = new platform::StatusBar({1000.0f}, form.clientArea());
             bar->setPanelText(1, Old);
@@ -77,6 +84,7 @@ private slots:
     void descriptionOfACaption();
     void exitUnderAnotherTitle();
     void printPreviewTakesTheLineWhileVisible();
+    void whatAWindowIsDecidesNotItsName();
     void windowCommands_data();
     void windowCommands();
     void toolbarPointerAtTheEdges_data();
@@ -130,8 +138,8 @@ void tst_descriptions::descriptionOfACaption()
     QFETCH(QString, expected);
 
     Window main(QStringLiteral("frmMain"));
-    Window popup(QStringLiteral("frmPopup"), false);
-    Window preview(QStringLiteral("frmPPrev"));
+    Window popup(QStringLiteral("frmPopup"), Role::OwnMenus, false);
+    Window preview(QStringLiteral("frmPPrev"), Role::Preview);
     Window& current = window == "frmMain" ? main : window == "frmPopup" ? popup : preview;
     const bool inPreview = &current == &preview;
     const QString fileType = inPreview ? QStringLiteral("document") : QStringLiteral("album");
@@ -165,7 +173,7 @@ void tst_descriptions::exitUnderAnotherTitle()
 void tst_descriptions::printPreviewTakesTheLineWhileVisible()
 {
     Window main(QStringLiteral("frmMain"));
-    Window preview(QStringLiteral("frmPPrev"));
+    Window preview(QStringLiteral("frmPPrev"), Role::Preview);
     const int32_t print = preview.item(QStringLiteral("&Print..."));
     library().STATUSTEXTDESC(&preview.form, &main.form, print, false, QStringLiteral("document"));
     QCOMPARE(main.line(), QStringLiteral("Print the current document."));
@@ -177,6 +185,28 @@ void tst_descriptions::printPreviewTakesTheLineWhileVisible()
                                              QStringLiteral("CLOSE"));
     library().GETTBARDESCRIPTIONS(&main.form, main.pointerOver(close), main.toolbar, QStringLiteral("album"));
     QCOMPARE(preview.line(), QStringLiteral("Close Print Preview."));
+    QCOMPARE(main.line(), Old);
+}
+
+// A window named like the preview but without its role neither is read for its
+// menus nor takes the line; a preview of any other name does both.
+void tst_descriptions::whatAWindowIsDecidesNotItsName()
+{
+    Window main(QStringLiteral("frmMain"));
+    Window namedLikePreview(QStringLiteral("frmPPrev"));
+    namedLikePreview.form.show();
+    const int32_t print = namedLikePreview.item(QStringLiteral("&Print..."));
+    library().STATUSTEXTDESC(&namedLikePreview.form, &main.form, print, false, QStringLiteral("document"));
+    QCOMPARE(main.line(), QString());
+    QCOMPARE(namedLikePreview.line(), Old);
+    namedLikePreview.form.hide();
+
+    main.bar->setPanelText(1, Old);
+    Window report(QStringLiteral("frmReport"), Role::Preview);
+    report.form.show();
+    const int32_t close = report.item(QStringLiteral("&Close\tAlt+F4"));
+    library().STATUSTEXTDESC(&report.form, &main.form, close, false, QStringLiteral("document"));
+    QCOMPARE(report.line(), QStringLiteral("Close Print Preview."));
     QCOMPARE(main.line(), Old);
 }
 
@@ -199,7 +229,7 @@ void tst_descriptions::windowCommands()
     QFETCH(QString, expected);
 
     Window main(QStringLiteral("frmMain"));
-    Window preview(QStringLiteral("frmPPrev"));
+    Window preview(QStringLiteral("frmPPrev"), Role::Preview);
     library().STATUSTEXTDESC(&preview.form, &main.form, number, false);
     QCOMPARE(main.line(), expected);
 }
@@ -248,7 +278,7 @@ void tst_descriptions::pointerAndAFormWithoutStatusBar()
     library().STATUSBARCAPTION(&main.form, QStringLiteral("Ready"));
     QCOMPARE(main.form.MousePointer(), 0);
 
-    Window popup(QStringLiteral("frmPopup"), false);
+    Window popup(QStringLiteral("frmPopup"), Role::OwnMenus, false);
     Window child(QStringLiteral("frmProps"));
     child.form.setParent(&popup.form, Qt::Window);
     library().STATUSBARCAPTION(&popup.form, QStringLiteral("Working"), 11);

@@ -1,8 +1,8 @@
 // Icon menu bindings and the toolbar's pointer test.
+#include "library/clsLibrary.h"
 #include "platform/widgets/Form.h"
 #include "platform/widgets/ImageList.h"
 #include "presentation/ICOMNU.h"
-#include "settings/clsLibrary.h"
 
 #include <QAction>
 #include <QCursor>

@@ -1,9 +1,9 @@
 // The message catalogue: every row's words, icon, buttons, default button, title
 // and beep, answered through the message box's test seam, and OVERWRITECHK.
 
+#include "library/clsLibrary.h"
 #include "platform/core/App.h"
 #include "platform/widgets/MsgBox.h"
-#include "settings/clsLibrary.h"
 
 #include <QFile>
 #include <QTemporaryDir>

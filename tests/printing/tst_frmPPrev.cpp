@@ -4,9 +4,12 @@
 // document; a page past the end; the settings it keeps, and that only a shown
 // preview keeps them; the arrow keys at the ends of the scroll bars; a sheet too
 // large for 16 bits; printing from the window.
+#include "FormSupport.h"
+#include "Stored.h"
 #include "TempStore.h"
 #include "ToolbarPointer.h"
 
+#include "library/clsLibrary.h"
 #include "platform/print/CommonDialog.h"
 #include "platform/print/Printer.h"
 #include "platform/print/RichTextBox.h"
@@ -18,7 +21,6 @@
 #include "platform/widgets/Twips.h"
 #include "printing/clsPrinting.h"
 #include "printing/frmPPrev.h"
-#include "settings/clsLibrary.h"
 
 #include <QAction>
 #include <QFileInfo>
@@ -59,8 +61,7 @@ QString lines(int count)
 
 QString stored(const QString& item)
 {
-    return clsLibrary::instance().REGSTRREAD(clsLibrary::currentUserKey(), frmPPrev::settingsKey(), item,
-                                             QStringLiteral("(none)"));
+    return testsupport::stored(frmPPrev::settingsKey(), item, QStringLiteral("(none)"));
 }
 
 void store(const QString& item, const QString& value)
@@ -150,7 +151,7 @@ private slots:
     {
         Forms::unload<frmPPrev>();
         delete caller_;
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        testsupport::flushDeferredDeletes();
         store_.reset();
         platform::currentPrinter().device().setPageSize(QPageSize(QPageSize::Letter));
     }

@@ -1,15 +1,17 @@
 // The page setup on the file printer: the miniature's arithmetic for the papers
 // and margins a user meets, what OK stores and Cancel doesn't, when OK can be
 // pressed, the header and footer switches, and what is kept for the next opening.
+#include "FormSupport.h"
+#include "Stored.h"
 #include "TempStore.h"
 
+#include "library/clsLibrary.h"
 #include "platform/print/Printer.h"
 #include "platform/widgets/Twips.h"
 #include "presentation/SPIN.h"
 #include "printing/PageSettings.h"
 #include "printing/Paper.h"
 #include "printing/frmPSetup.h"
-#include "settings/clsLibrary.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -28,8 +30,6 @@
 #include <array>
 
 namespace {
-
-const QString Absent = QStringLiteral("<absent>");
 
 platform::Printer& printer()
 {
@@ -69,10 +69,7 @@ bool near(const QRectF& actual, const QRectF& expected)
            close(actual.width(), expected.width()) && close(actual.height(), expected.height());
 }
 
-QString stored(const QString& key, const QString& name)
-{
-    return clsLibrary::instance().REGSTRREAD(clsLibrary::currentUserKey(), key, name, Absent);
-}
+using testsupport::stored;
 
 } // namespace
 
@@ -108,8 +105,7 @@ void tst_frmPSetup::init()
 
 void tst_frmPSetup::cleanup()
 {
-    Forms::unload<frmPSetup>();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    testsupport::unloadForms<frmPSetup>();
 }
 
 void tst_frmPSetup::miniature_data()

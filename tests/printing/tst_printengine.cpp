@@ -2,6 +2,7 @@
 // header and footer on paper, checked in the written file with poppler's tools.
 #include "TempStore.h"
 
+#include "library/clsLibrary.h"
 #include "platform/core/App.h"
 #include "platform/core/Error.h"
 #include "platform/print/CommonDialog.h"
@@ -10,7 +11,6 @@
 #include "platform/print/RichTextBox.h"
 #include "printing/clsPrinting.h"
 #include "printing/frmPPrev.h"
-#include "settings/clsLibrary.h"
 
 #include <QApplication>
 #include <QPageLayout>

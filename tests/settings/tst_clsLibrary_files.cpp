@@ -1,11 +1,11 @@
 #include "TempStore.h"
 
+#include "library/clsLibrary.h"
 #include "platform/core/App.h"
 #include "platform/core/Error.h"
 #include "platform/core/FileNames.h"
 #include "platform/core/Shell.h"
 #include "platform/widgets/MsgBox.h"
-#include "settings/clsLibrary.h"
 
 #include <QDir>
 #include <QTemporaryDir>

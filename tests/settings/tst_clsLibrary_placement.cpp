@@ -1,8 +1,9 @@
-#include "settings/clsLibrary.h"
+#include "library/clsLibrary.h"
 
 #include "platform/widgets/Form.h"
 #include "platform/widgets/Screen.h"
 
+#include "Stored.h"
 #include "TempStore.h"
 
 #include <QFile>
@@ -41,7 +42,7 @@ QString windowKey()
 
 QString stored(const QString& item)
 {
-    return clsLibrary::instance().REGSTRREAD(clsLibrary::currentUserKey(), windowKey(), item, Absent);
+    return testsupport::stored(windowKey(), item, Absent);
 }
 
 void store(const QString& item, const QString& data)

@@ -1,4 +1,4 @@
-#include "settings/clsLibrary.h"
+#include "library/clsLibrary.h"
 
 #include "platform/core/Registry.h"
 

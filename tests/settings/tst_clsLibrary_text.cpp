@@ -1,5 +1,5 @@
+#include "library/clsLibrary.h"
 #include "platform/core/Error.h"
-#include "settings/clsLibrary.h"
 
 #include <QComboBox>
 #include <QLineEdit>

@@ -12,10 +12,10 @@
 //       caption names or, when that one couldn't be loaded, the one up before: its
 //       middle pixel has that picture's colour. Prints "steps N, new M, kept K" and
 //       ends with status 0, or prints what it saw and ends with status 1.
+#include "library/clsLibrary.h"
 #include "platform/core/App.h"
 #include "platform/core/Error.h"
 #include "platform/widgets/Form.h"
-#include "settings/clsLibrary.h"
 #include "viewer/frmScreen.h"
 
 #include <QApplication>

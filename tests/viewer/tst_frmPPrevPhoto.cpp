@@ -1,5 +1,6 @@
 // The picture preview: its box follows the window, the picture stands at natural
 // size from the box's top left corner, and a picture that can't be loaded says so.
+#include "FormSupport.h"
 #include "TempStore.h"
 
 #include "platform/widgets/PictureBox.h"
@@ -40,11 +41,7 @@ class tst_frmPPrevPhoto : public QObject {
     }
 
 private slots:
-    void cleanup()
-    {
-        Forms::unload<frmPPrevPhoto>();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
+    void cleanup() { testsupport::unloadForms<frmPPrevPhoto>(); }
 
     void boxFollowsTheWindow()
     {
@@ -105,7 +102,7 @@ private slots:
         const QRect placed = form->frameGeometry();
         QTest::keyClick(form, Qt::Key_Escape);
         QVERIFY(!Forms::isLoaded<frmPPrevPhoto>());
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        testsupport::flushDeferredDeletes();
 
         frmPPrevPhoto& again = Forms::get<frmPPrevPhoto>();
         again.show();

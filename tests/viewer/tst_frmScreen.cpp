@@ -2,10 +2,11 @@
 // the pictures, the caption after each step, pause, the ways out, and what a
 // missing or broken picture leaves on the screen. Time is driven by calling the
 // timer's handler; nothing waits for the clock.
+#include "FormSupport.h"
 #include "TempStore.h"
 
+#include "library/clsLibrary.h"
 #include "platform/widgets/Screen.h"
-#include "settings/clsLibrary.h"
 #include "viewer/frmScreen.h"
 
 #include <QLabel>
@@ -99,11 +100,7 @@ private slots:
     // The main window that the show hides and shows again.
     void initTestCase() { Forms::setMainForm(main_ = new Form(QStringLiteral("frmMain"))); }
     void init() { main_->show(); }
-    void cleanup()
-    {
-        Forms::unload<frmScreen>();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
+    void cleanup() { testsupport::unloadForms<frmScreen>(); }
     void cleanupTestCase() { delete main_; }
 
     void moves_data()

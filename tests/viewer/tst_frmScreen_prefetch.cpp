@@ -3,11 +3,12 @@
 // the picture came (decoded at the step, decoded ahead on the worker, kept from
 // before), and a picture decoded ahead is never used once its file or its slot
 // has changed.
+#include "FormSupport.h"
 #include "TempStore.h"
 
+#include "library/clsLibrary.h"
 #include "platform/core/Error.h"
 #include "platform/core/Picture.h"
-#include "settings/clsLibrary.h"
 #include "viewer/PicturePrefetch.h"
 #include "viewer/frmScreen.h"
 
@@ -110,8 +111,7 @@ frmScreen* startShow()
 
 void leaveShow()
 {
-    Forms::unload<frmScreen>();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    testsupport::unloadForms<frmScreen>();
 }
 
 // Lets the show paint its picture, which hands the decodes ahead to the worker,

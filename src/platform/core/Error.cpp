@@ -1,6 +1,12 @@
 #include "platform/core/Error.h"
 
+#include <new>
+#include <string_view>
+
 namespace platform {
+
+// Off by default: only debug messages are written to it.
+Q_LOGGING_CATEGORY(skippedLog, "vistarro.skipped", QtInfoMsg)
 
 Error::Error(int number, const QString& description)
     : std::runtime_error(description.toStdString()), number_(number)
@@ -32,5 +38,57 @@ QString Error::textOf(int number)
     default: return QStringLiteral("Application-defined or object-defined error");
     }
 }
+
+namespace detail {
+
+namespace {
+
+// The source file from the program's own folder on, as the build names it in full.
+QString shortPlace(const char* file, unsigned line)
+{
+    std::string_view path(file);
+    const auto inSources = path.rfind("/src/");
+    if (inSources != std::string_view::npos)
+        path.remove_prefix(inSources + 1);
+    else if (const auto folder = path.rfind('/'); folder != std::string_view::npos)
+        path.remove_prefix(folder + 1);
+    return QString::fromUtf8(path.data(), qsizetype(path.size())) + QLatin1Char(':') + QString::number(line);
+}
+
+QString describeCurrentFailure()
+{
+    try {
+        throw;
+    } catch (const Error& error) {
+        return QStringLiteral("error %1: %2").arg(QString::number(error.number()), error.description());
+    } catch (const std::bad_alloc&) {
+        return QStringLiteral("error %1: %2")
+            .arg(QString::number(err::OutOfMemory), Error::textOf(err::OutOfMemory));
+    } catch (const std::exception& failure) {
+        return QString::fromLocal8Bit(failure.what());
+    } catch (...) {
+        return QStringLiteral("an unknown failure");
+    }
+}
+
+} // namespace
+
+void logSwallowed(const char* what, const char* file, unsigned line) noexcept
+{
+    try {
+        if (!skippedLog().isDebugEnabled())
+            return;
+        const QString failure = describeCurrentFailure();
+        if (file)
+            qCDebug(skippedLog).noquote().nospace()
+                << shortPlace(file, line) << ": " << what << ": " << failure;
+        else
+            qCDebug(skippedLog).noquote().nospace() << what << ": " << failure;
+    } catch (...) {
+        // Short of memory even for the message: the failure goes unrecorded.
+    }
+}
+
+} // namespace detail
 
 } // namespace platform

@@ -11,7 +11,7 @@
 // without decoding the picture and without an image library. The type comes from the
 // bytes, never from the file name.
 //
-// These functions show nothing; clsLibrary::GETIMAGEFILEINFO puts their result into
+// These functions show nothing; PictureServices::GETIMAGEFILEINFO puts their result into
 // the shared image record and reports a failure in a message box.
 namespace platform {
 

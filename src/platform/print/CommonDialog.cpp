@@ -2,6 +2,7 @@
 
 #include "platform/core/Error.h"
 #include "platform/print/Printer.h"
+#include "platform/widgets/Unattended.h"
 
 #include <QGuiApplication>
 #include <QPrintDialog>
@@ -80,6 +81,15 @@ void CommonDialog::ShowPrinter()
         answers().pop_front();
         accepted = answer(*this);
     } else {
+        if (Unattended::isOn()) {
+            const QWidget* window = windowOf(this);
+            Unattended::unanswered(QStringLiteral("print dialog"), window ? window->windowTitle() : QString(),
+                                   QStringLiteral("pages %1 to %2 of %3, %4 copies")
+                                       .arg(FromPage)
+                                       .arg(ToPage)
+                                       .arg(Max)
+                                       .arg(Copies));
+        }
         accepted = askPerson(*this, centredLast);
     }
     if (!accepted && CancelError)

@@ -41,7 +41,9 @@ public:
     static void centreNextDialog(bool centre);
 
     // Tests: answers the next ShowPrinter() instead of a person. The answer may
-    // change the members (as the user's choice) and returns false for Cancel.
+    // change the members (as the user's choice) and returns false for Cancel. Run
+    // unattended (platform/widgets/Unattended.h), a dialog with no answer queued
+    // ends the run.
     using Answer = std::function<bool(CommonDialog&)>;
     static void setNextAnswer(Answer answer);
     // Tests: how many print dialogs were asked for, and whether the last was to

@@ -91,8 +91,7 @@ QPainter* PictureSurface::outputPainter()
 bool PictureSurface::resize()
 {
     Refresh();
-    const QSize pixels(std::max(1, qRound(width_ / Screen::TwipsPerPixelX())),
-                       std::max(1, qRound(height_ / Screen::TwipsPerPixelY())));
+    const QSize pixels(std::max(1, Screen::pixelsX(width_)), std::max(1, Screen::pixelsY(height_)));
     if (pixels == image_.size())
         return true;
     QImage resized(pixels, QImage::Format_RGB32);

@@ -1,5 +1,7 @@
 #include "platform/widgets/Application.h"
 
+#include "platform/core/Error.h"
+
 #include <cstdio>
 #include <exception>
 
@@ -14,8 +16,10 @@ bool Application::notify(QObject* receiver, QEvent* event)
         std::fputs("Vistarro: an event handler failed and was left: ", stderr);
         std::fputs(failure.what(), stderr);
         std::fputc('\n', stderr);
+        detail::logSwallowed("event handler left", nullptr, 0);
     } catch (...) {
         std::fputs("Vistarro: an event handler failed and was left\n", stderr);
+        detail::logSwallowed("event handler left", nullptr, 0);
     }
     return false;
 }

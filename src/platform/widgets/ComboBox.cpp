@@ -8,10 +8,10 @@ ComboBox::ComboBox(QWidget* parent) : QComboBox(parent)
 {
     setEditable(false);
     // The user's pick: nothing above this handler to hand a failure to.
-    connect(this, &QComboBox::activated, this, [this] {
-        if (click_)
-            resumeNext(click_);
-    });
+    connect(this, &QComboBox::activated, this, guarded([this] {
+                if (click_)
+                    click_();
+            }));
 }
 
 bool ComboBox::hasEntry(const QString& text) const

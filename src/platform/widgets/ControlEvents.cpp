@@ -80,8 +80,8 @@ bool ControlEvents::eventFilter(QObject* watched, QEvent* event)
     case QEvent::MouseButtonRelease: {
         auto* mouse = static_cast<QMouseEvent*>(event);
         const QPointF inControl = control_->mapFromGlobal(mouse->globalPosition());
-        const float x = static_cast<float>(inControl.x()) * Screen::TwipsPerPixelX();
-        const float y = static_cast<float>(inControl.y()) * Screen::TwipsPerPixelY();
+        const float x = Screen::twipsX(inControl.x());
+        const float y = Screen::twipsY(inControl.y());
         const int shift = shiftOf(mouse->modifiers());
         if (event->type() == QEvent::MouseButtonPress)
             emit MouseDown(buttonsOf(mouse->button()), shift, x, y);

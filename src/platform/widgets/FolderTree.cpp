@@ -19,7 +19,7 @@ FolderTree::FolderTree(QWidget* parent) : QTreeView(parent), model_(new FolderTr
     header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     header()->setStretchLastSection(false);
     connect(selectionModel(), &QItemSelectionModel::currentChanged, this,
-            [this](const QModelIndex& current) { onCurrentChanged(current); });
+            guarded([this](const QModelIndex& current) { onCurrentChanged(current); }));
     connect(verticalScrollBar(), &QScrollBar::actionTriggered, this, [this] { revealChosen_ = false; });
 }
 

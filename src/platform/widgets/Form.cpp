@@ -13,26 +13,10 @@
 #include <QTimer>
 #include <QWindow>
 
-namespace {
-
-int toPixelsX(float twips)
-{
-    return qRound(twips / platform::Screen::TwipsPerPixelX());
-}
-int toPixelsY(float twips)
-{
-    return qRound(twips / platform::Screen::TwipsPerPixelY());
-}
-float toTwipsX(int pixels)
-{
-    return static_cast<float>(pixels) * platform::Screen::TwipsPerPixelX();
-}
-float toTwipsY(int pixels)
-{
-    return static_cast<float>(pixels) * platform::Screen::TwipsPerPixelY();
-}
-
-} // namespace
+using platform::Screen::pixelsX;
+using platform::Screen::pixelsY;
+using platform::Screen::twipsX;
+using platform::Screen::twipsY;
 
 Form::Form(const QString& name, QWidget* parent) : QMainWindow(parent)
 {
@@ -54,28 +38,28 @@ Form::~Form()
 // own geometry (offscreen and before the first show they are the same).
 float Form::Left() const
 {
-    return toTwipsX(frameGeometry().x());
+    return twipsX(frameGeometry().x());
 }
 float Form::Top() const
 {
-    return toTwipsY(frameGeometry().y());
+    return twipsY(frameGeometry().y());
 }
 float Form::Width() const
 {
-    return toTwipsX(frameGeometry().width());
+    return twipsX(frameGeometry().width());
 }
 float Form::Height() const
 {
-    return toTwipsY(frameGeometry().height());
+    return twipsY(frameGeometry().height());
 }
 
 void Form::setLeft(float twips)
 {
-    placeFrame(QPoint(toPixelsX(twips), pos().y()));
+    placeFrame(QPoint(pixelsX(twips), pos().y()));
 }
 void Form::setTop(float twips)
 {
-    placeFrame(QPoint(pos().x(), toPixelsY(twips)));
+    placeFrame(QPoint(pos().x(), pixelsY(twips)));
 }
 
 // A place is the place of the frame. The toolkit takes it so for a window that
@@ -95,7 +79,7 @@ void Form::placeFrame(QPoint place)
 void Form::setWidth(float twips)
 {
     const int frameExtra = frameGeometry().width() - width();
-    const int outer = toPixelsX(twips);
+    const int outer = pixelsX(twips);
     resize(std::max(0, outer - frameExtra), height());
     pendingOuterWidth_ = frameExtra == 0 ? outer : -1;
 }
@@ -103,7 +87,7 @@ void Form::setWidth(float twips)
 void Form::setHeight(float twips)
 {
     const int frameExtra = frameGeometry().height() - height();
-    const int outer = toPixelsY(twips);
+    const int outer = pixelsY(twips);
     resize(width(), std::max(0, outer - frameExtra));
     pendingOuterHeight_ = frameExtra == 0 ? outer : -1;
 }
@@ -184,11 +168,11 @@ QSize Form::clientSize() const
 
 float Form::ScaleWidth() const
 {
-    return toTwipsX(clientSize().width());
+    return twipsX(clientSize().width());
 }
 float Form::ScaleHeight() const
 {
-    return toTwipsY(clientSize().height());
+    return twipsY(clientSize().height());
 }
 
 int Form::WindowState() const
@@ -245,7 +229,7 @@ void Form::makeFixedDialog(float innerWidth, float innerHeight)
 {
     fixedDialog_ = true;
     setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
-    setFixedSize(toPixelsX(innerWidth), toPixelsY(innerHeight));
+    setFixedSize(pixelsX(innerWidth), pixelsY(innerHeight));
     clientArea()->resize(size());
 }
 

@@ -30,6 +30,16 @@ public:
 
     QString Name() const { return objectName(); }
 
+    // Whether the form's menu items are described from its own menus rather than
+    // from those of the window whose status line shows the description (a popup
+    // menu's form, the print preview). Off by default.
+    bool describesOwnMenus() const { return describesOwnMenus_; }
+    void setDescribesOwnMenus(bool own) { describesOwnMenus_ = own; }
+    // Whether the form is a print preview with a status line of its own, which
+    // describes commands while the preview is on the screen. Off by default.
+    bool isPrintPreview() const { return printPreview_; }
+    void setPrintPreview(bool preview) { printPreview_ = preview; }
+
     // The form's image list (IMGLST), for menus and toolbars; none by default.
     virtual const platform::ImageList* imageList() const { return nullptr; }
 
@@ -95,6 +105,8 @@ private:
     // To be centred again once the frame is known.
     bool centrePending_ = false;
     bool fixedDialog_ = false;
+    bool describesOwnMenus_ = false;
+    bool printPreview_ = false;
 };
 
 // The single shared instance of each form: loaded (and Form_Load run) on first

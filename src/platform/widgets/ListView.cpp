@@ -125,16 +125,16 @@ ListView::ListItem ListView::SelectedItem() const
 float ListView::columnWidth() const
 {
     const int pixels = QTreeWidget::columnWidth(0);
-    if (qRound(columnTwips_ / Screen::TwipsPerPixelX()) == pixels)
+    if (Screen::pixelsX(columnTwips_) == pixels)
         return columnTwips_;
-    return static_cast<float>(pixels) * Screen::TwipsPerPixelX();
+    return Screen::twipsX(pixels);
 }
 
 void ListView::setColumnWidth(float twips)
 {
     if (twips < 0)
         throw Error(err::InvalidPropertyValue);
-    QTreeWidget::setColumnWidth(0, qRound(twips / Screen::TwipsPerPixelX()));
+    QTreeWidget::setColumnWidth(0, Screen::pixelsX(twips));
     columnTwips_ = twips;
 }
 

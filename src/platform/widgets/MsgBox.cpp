@@ -1,5 +1,7 @@
 #include "platform/widgets/MsgBox.h"
 
+#include "platform/widgets/Unattended.h"
+
 #include <QApplication>
 #include <QList>
 #include <QQueue>
@@ -71,6 +73,8 @@ QMessageBox::StandardButton ask(QWidget* parent, QMessageBox::Icon icon, const Q
     s.last = Asked{icon, title, text, buttons, defaultButton};
     if (!s.answers.isEmpty())
         return s.answers.dequeue();
+    if (Unattended::isOn())
+        Unattended::unanswered(QStringLiteral("message box"), title, text);
 
     QMessageBox box(icon, title, text, buttons, parent);
     box.setDefaultButton(defaultButton);

@@ -8,7 +8,9 @@
 class QWidget;
 
 // The modal message box, with a seam for tests: answers queued with setNextAnswer
-// are returned by the next ask() calls, in order, without showing anything.
+// are returned by the next ask() calls, in order, without showing anything. Run
+// unattended (platform/widgets/Unattended.h), a box with no answer queued ends the
+// run.
 namespace platform::MsgBox {
 
 // Shows a modal message box and returns the button the user chose (the escape

@@ -50,14 +50,34 @@ float TwipsPerPixelY()
     return static_cast<float>(1440.0 / logicalDpi(false));
 }
 
+int pixelsX(float twips)
+{
+    return qRound(twips / TwipsPerPixelX());
+}
+
+int pixelsY(float twips)
+{
+    return qRound(twips / TwipsPerPixelY());
+}
+
+float twipsX(int pixels)
+{
+    return static_cast<float>(pixels) * TwipsPerPixelX();
+}
+
+float twipsY(int pixels)
+{
+    return static_cast<float>(pixels) * TwipsPerPixelY();
+}
+
 float Width()
 {
-    return static_cast<float>(screenPixels().width()) * TwipsPerPixelX();
+    return twipsX(screenPixels().width());
 }
 
 float Height()
 {
-    return static_cast<float>(screenPixels().height()) * TwipsPerPixelY();
+    return twipsY(screenPixels().height());
 }
 
 int MousePointer()

@@ -8,6 +8,14 @@ namespace platform::Screen {
 
 float TwipsPerPixelX();
 float TwipsPerPixelY();
+
+// Twips to whole pixels across (X) and down (Y), the nearest pixel; and whole
+// pixels back to twips. Every layout step converts through these, so a size set
+// in twips lands on the same pixel wherever it is placed.
+int pixelsX(float twips);
+int pixelsY(float twips);
+float twipsX(int pixels);
+float twipsY(int pixels);
 float Width(); // the primary screen, in twips
 float Height();
 

@@ -32,7 +32,7 @@ StatusBar::StatusBar(const std::vector<float>& fixedPanelWidths, QWidget* parent
     layout->addWidget(panels_.back(), 1);
     for (float twips : fixedPanelWidths) {
         panels_.push_back(makePanel(this));
-        panels_.back()->setFixedWidth(qRound(twips / Screen::TwipsPerPixelX()));
+        panels_.back()->setFixedWidth(Screen::pixelsX(twips));
         layout->addWidget(panels_.back());
     }
 }

@@ -32,7 +32,7 @@ QAction* Toolbar::addButton(const QString& key, const QString& description, cons
     button->setToolTip(tip);
     widgetForAction(button)->setFocusPolicy(Qt::NoFocus);
     widgetForAction(button)->setObjectName(key);
-    connect(button, &QAction::triggered, this, [this, key] { emit ButtonClick(key); });
+    connect(button, &QAction::triggered, this, guarded([this, key] { emit ButtonClick(key); }));
     return button;
 }
 

@@ -27,11 +27,6 @@ bool horizontal(Side side)
     return side == Side::Left || side == Side::Width;
 }
 
-float perPixel(Side side)
-{
-    return horizontal(side) ? Screen::TwipsPerPixelX() : Screen::TwipsPerPixelY();
-}
-
 int pixelsOf(const QWidget* control, Side side)
 {
     switch (side) {
@@ -44,7 +39,7 @@ int pixelsOf(const QWidget* control, Side side)
 
 int toPixels(float twips, Side side)
 {
-    return qRound(twips / perPixel(side));
+    return horizontal(side) ? Screen::pixelsX(twips) : Screen::pixelsY(twips);
 }
 
 float read(const QWidget* control, Side side)
@@ -53,7 +48,7 @@ float read(const QWidget* control, Side side)
     const QVariant kept = control->property(propertyOf(side));
     if (kept.isValid() && toPixels(kept.toFloat(), side) == pixels)
         return kept.toFloat();
-    return static_cast<float>(pixels) * perPixel(side);
+    return horizontal(side) ? Screen::twipsX(pixels) : Screen::twipsY(pixels);
 }
 
 void write(QWidget* control, Side side, float twips)

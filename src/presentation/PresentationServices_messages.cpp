@@ -1,10 +1,11 @@
-// clsLibrary: the message catalogue. Callers hold numbers, never message texts.
+// The message catalogue. Callers hold numbers, never message texts.
 
-#include "settings/clsLibrary.h"
+#include "presentation/PresentationServices.h"
 
 #include "platform/core/App.h"
 #include "platform/core/Conversions.h"
 #include "platform/widgets/MsgBox.h"
+#include "settings/StoreAndFileServices.h"
 
 #include <QRegularExpression>
 
@@ -134,21 +135,27 @@ int32_t show(const MessageRow* row, const std::array<QString, 3>& files)
 
 } // namespace
 
-void clsLibrary::MESSAGEBOX(int16_t MSGNO, const QString& FILE1, const QString& FILE2, const QString& FILE3,
-                            const QString& /*FILE4*/)
+PresentationServices& PresentationServices::instance()
+{
+    static PresentationServices services;
+    return services;
+}
+
+void PresentationServices::MESSAGEBOX(int16_t MSGNO, const QString& FILE1, const QString& FILE2,
+                                      const QString& FILE3, const QString& /*FILE4*/)
 {
     show(findRow(Statements, MSGNO), {FILE1, FILE2, FILE3});
 }
 
-int32_t clsLibrary::MESSAGEBOXFCN(int16_t MSGNO, const QString& FILE1, const QString& FILE2,
-                                  const QString& FILE3, const QString& /*FILE4*/)
+int32_t PresentationServices::MESSAGEBOXFCN(int16_t MSGNO, const QString& FILE1, const QString& FILE2,
+                                            const QString& FILE3, const QString& /*FILE4*/)
 {
     return show(findRow(Questions, MSGNO), {FILE1, FILE2, FILE3});
 }
 
-bool clsLibrary::OVERWRITECHK(const QString& FILENAME)
+bool PresentationServices::OVERWRITECHK(const QString& FILENAME)
 {
-    if (!FILEEXISTS(FILENAME))
+    if (!StoreAndFileServices::instance().FILEEXISTS(FILENAME))
         return true;
     return MESSAGEBOXFCN(3, FILENAME) == 6;
 }

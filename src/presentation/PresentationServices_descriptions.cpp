@@ -1,4 +1,4 @@
-#include "settings/clsLibrary.h"
+#include "presentation/PresentationServices.h"
 
 #include "platform/core/App.h"
 #include "platform/core/Error.h"
@@ -25,7 +25,7 @@ Form* visiblePreview()
     const QList<QWidget*> windows = QApplication::topLevelWidgets();
     for (QWidget* window : windows) {
         auto* form = qobject_cast<Form*>(window);
-        if (form && form->Name() == QStringLiteral("frmPPrev") && form->isVisible())
+        if (form && form->isPrintPreview() && form->isVisible())
             return form;
     }
     return nullptr;
@@ -39,22 +39,23 @@ void CAPTIONTEXT(Form* FORM, const QString& CAPTION, const QString& FILETYPE)
     const std::optional<descriptions::Description> description =
         descriptions::describe(CAPTION, {FILETYPE, platform::App::Title(), preview != nullptr});
     if (!description) {
-        clsLibrary::instance().STATUSBARCAPTION(FORM);
+        PresentationServices::instance().STATUSBARCAPTION(FORM);
         return;
     }
-    clsLibrary::instance().STATUSBARCAPTION(description->toPreview ? preview : FORM, description->text, 0);
+    PresentationServices::instance().STATUSBARCAPTION(description->toPreview ? preview : FORM,
+                                                      description->text, 0);
 }
 
 // A window command's text; any other number leaves the line as it is.
 void SYSMENUTEXT(Form* FORM, int32_t MENUNUMBER)
 {
     if (const std::optional<QString> text = descriptions::systemCommandText(MENUNUMBER))
-        clsLibrary::instance().STATUSBARCAPTION(FORM, *text, 0);
+        PresentationServices::instance().STATUSBARCAPTION(FORM, *text, 0);
 }
 
 } // namespace
 
-void clsLibrary::STATUSBARCAPTION(Form* SBFORM, const QString& STATUSTEXT, int16_t MOUSEPOINTERVAL)
+void PresentationServices::STATUSBARCAPTION(Form* SBFORM, const QString& STATUSTEXT, int16_t MOUSEPOINTERVAL)
 {
     const QString text = STATUSTEXT.isEmpty() ? STATUSTEXT : STATUSTEXT + QLatin1Char('.');
     resumeNext([&] {
@@ -67,13 +68,12 @@ void clsLibrary::STATUSBARCAPTION(Form* SBFORM, const QString& STATUSTEXT, int16
     });
 }
 
-void clsLibrary::STATUSTEXTDESC(Form* CURRENTFORM, Form* STATUSFORM, int32_t MENUNUMBER, bool SEPARATOR,
-                                const QString& FILETYPE)
+void PresentationServices::STATUSTEXTDESC(Form* CURRENTFORM, Form* STATUSFORM, int32_t MENUNUMBER,
+                                          bool SEPARATOR, const QString& FILETYPE)
 {
-    // The popup menus and the print preview's menus are their own forms' menus;
-    // any other window describes the menus of the window with the status line.
-    const bool ownMenus = CURRENTFORM && (CURRENTFORM->Name() == QStringLiteral("frmPopup") ||
-                                          CURRENTFORM->Name() == QStringLiteral("frmPPrev"));
+    // A form that describes its own menus (the popup menus, the print preview) is
+    // read; any other window describes the menus of the window with the status line.
+    const bool ownMenus = CURRENTFORM && CURRENTFORM->describesOwnMenus();
     const zuv::ICOMNU* menus = controlOf<zuv::ICOMNU>(ownMenus ? CURRENTFORM : STATUSFORM);
     const QString caption = menus ? menus->CAPTION(MENUNUMBER) : QString();
 
@@ -89,7 +89,8 @@ void clsLibrary::STATUSTEXTDESC(Form* CURRENTFORM, Form* STATUSFORM, int32_t MEN
     SYSMENUTEXT(STATUSFORM, MENUNUMBER);
 }
 
-void clsLibrary::GETTBARDESCRIPTIONS(Form* form, float X, QToolBar* toolbar, const QString& FILETYPE)
+void PresentationServices::GETTBARDESCRIPTIONS(Form* form, float X, QToolBar* toolbar,
+                                               const QString& FILETYPE)
 {
     if (!toolbar)
         return;

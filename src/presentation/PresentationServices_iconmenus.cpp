@@ -1,11 +1,9 @@
-// Icon menus: binding menu items to the images of a form's image list, the pointer
-// test with which a window finds out that the pointer has left its toolbar, and
-// the request that centres the next print dialog on the screen.
-#include "settings/clsLibrary.h"
+// Icon menus: binding menu items to the images of a form's image list, and the pointer
+// test with which a window finds out that the pointer has left its toolbar.
+#include "presentation/PresentationServices.h"
 
 #include "platform/core/Conversions.h"
 #include "platform/core/Error.h"
-#include "platform/print/CommonDialog.h"
 #include "platform/widgets/Form.h"
 #include "platform/widgets/ImageList.h"
 #include "platform/widgets/Screen.h"
@@ -40,7 +38,8 @@ int32_t pixelsY(int32_t twips)
 
 // The item's image is the index in the image list less one, so that the list's
 // first image is 0 and -1 is none.
-void clsLibrary::ICOMNUSETUP(Form* ICOMNUFORM, Form* IMGLSTFORM, const QString& MENUITEM, const QString& ICON)
+void PresentationServices::ICOMNUSETUP(Form* ICOMNUFORM, Form* IMGLSTFORM, const QString& MENUITEM,
+                                       const QString& ICON)
 {
     resumeNext([&] {
         zuv::ICOMNU* menus = controlOf<zuv::ICOMNU>(ICOMNUFORM);
@@ -58,8 +57,9 @@ void clsLibrary::ICOMNUSETUP(Form* ICOMNUFORM, Form* IMGLSTFORM, const QString& 
     });
 }
 
-void clsLibrary::MENUCREATE(Form* FORMNAME, const QString& CAPTION, const QString& MENUITEM, int32_t ITEM,
-                            int32_t ParentItemNumber, const QString& ICON, bool CHECKED, bool Enabled)
+void PresentationServices::MENUCREATE(Form* FORMNAME, const QString& CAPTION, const QString& MENUITEM,
+                                      int32_t ITEM, int32_t ParentItemNumber, const QString& ICON,
+                                      bool CHECKED, bool Enabled)
 {
     resumeNext([&] {
         if (zuv::ICOMNU* menus = controlOf<zuv::ICOMNU>(FORMNAME))
@@ -68,8 +68,8 @@ void clsLibrary::MENUCREATE(Form* FORMNAME, const QString& CAPTION, const QStrin
     ICOMNUSETUP(FORMNAME, FORMNAME, MENUITEM, ICON);
 }
 
-int16_t clsLibrary::MOUSEMOVE(Form* FORMNAME, int16_t CONTROLLEFT, int16_t CONTROLRIGHT, int16_t CONTROLTOP,
-                              int16_t CONTROLBOTTOM)
+int16_t PresentationServices::MOUSEMOVE(Form* FORMNAME, int16_t CONTROLLEFT, int16_t CONTROLRIGHT,
+                                        int16_t CONTROLTOP, int16_t CONTROLBOTTOM)
 {
     const QPoint pointer = QCursor::pos();
     const int32_t x = platform::toInt32(pointer.x() - FORMNAME->Left() / platform::Screen::TwipsPerPixelX());
@@ -77,7 +77,7 @@ int16_t clsLibrary::MOUSEMOVE(Form* FORMNAME, int16_t CONTROLLEFT, int16_t CONTR
     return outside(x, y, CONTROLLEFT, CONTROLRIGHT, CONTROLTOP, CONTROLBOTTOM);
 }
 
-int16_t clsLibrary::MOUSEMOVE(Form* FORMNAME, const QRect& CONTROL)
+int16_t PresentationServices::MOUSEMOVE(Form* FORMNAME, const QRect& CONTROL)
 {
     const auto edge = [](int pixels) { return int16_t(std::clamp(pixels, -32768, 32767)); };
     return MOUSEMOVE(FORMNAME, edge(CONTROL.left()), edge(CONTROL.right()), edge(CONTROL.top()),
@@ -85,21 +85,11 @@ int16_t clsLibrary::MOUSEMOVE(Form* FORMNAME, const QRect& CONTROL)
 }
 
 // The same for a frame window: its place is rounded to whole twips first.
-int16_t clsLibrary::MOUSEMOVEMDI(Form* FORMNAME, int16_t CONTROLLEFT, int16_t CONTROLRIGHT,
-                                 int16_t CONTROLTOP, int16_t CONTROLBOTTOM)
+int16_t PresentationServices::MOUSEMOVEMDI(Form* FORMNAME, int16_t CONTROLLEFT, int16_t CONTROLRIGHT,
+                                           int16_t CONTROLTOP, int16_t CONTROLBOTTOM)
 {
     const QPoint pointer = QCursor::pos();
     const int32_t x = pointer.x() - pixelsX(platform::toInt32(FORMNAME->Left()));
     const int32_t y = pointer.y() - pixelsY(platform::toInt32(FORMNAME->Top()));
     return outside(x, y, CONTROLLEFT, CONTROLRIGHT, CONTROLTOP, CONTROLBOTTOM);
-}
-
-void clsLibrary::HOOKFRMLOAD()
-{
-    platform::CommonDialog::centreNextDialog(true);
-}
-
-void clsLibrary::HOOKFRMUNLOAD()
-{
-    platform::CommonDialog::centreNextDialog(false);
 }

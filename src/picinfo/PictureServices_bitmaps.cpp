@@ -1,13 +1,14 @@
-// clsLibrary: bitmaps built from raw pixel bytes that a caller holds, such as a
+// Bitmaps built from raw pixel bytes that a caller holds, such as a
 // decoder's output, and drawn into a picture box.
 
-#include "settings/clsLibrary.h"
+#include "picinfo/PictureServices.h"
 
 #include "platform/core/Conversions.h"
 #include "platform/core/Error.h"
 #include "platform/widgets/PictureBox.h"
 #include "platform/widgets/Screen.h"
 #include "platform/widgets/Twips.h"
+#include "settings/StoreAndFileServices.h"
 
 #include <QPainter>
 
@@ -100,32 +101,32 @@ template <size_t N> void fillColorTable(std::array<QRgb, N>& table, const QByteA
 
 } // namespace
 
-void clsLibrary::CREATEBMP1(const QByteArray& BYTEARRAY, int32_t BMPWIDTH, int32_t BMPHEIGHT,
-                            bool ORIENTATION)
+void PictureServices::CREATEBMP1(const QByteArray& BYTEARRAY, int32_t BMPWIDTH, int32_t BMPHEIGHT,
+                                 bool ORIENTATION)
 {
     bitmapHandle_ = build(BYTEARRAY, headerOf(BMPWIDTH, BMPHEIGHT, ORIENTATION, 1), colorTable1_.data());
 }
 
-void clsLibrary::CREATEBMP4(const QByteArray& BITMAPARRAY, int32_t PICWIDTH, int32_t PICHEIGHT,
-                            bool ORIENTATION)
+void PictureServices::CREATEBMP4(const QByteArray& BITMAPARRAY, int32_t PICWIDTH, int32_t PICHEIGHT,
+                                 bool ORIENTATION)
 {
     bitmapHandle_ = build(BITMAPARRAY, headerOf(PICWIDTH, PICHEIGHT, ORIENTATION, 4), colorTable4_.data());
 }
 
-void clsLibrary::CREATEBMP8(const QByteArray& BYTEARRAY, int32_t PICWIDTH, int32_t PICHEIGHT,
-                            bool ORIENTATION)
+void PictureServices::CREATEBMP8(const QByteArray& BYTEARRAY, int32_t PICWIDTH, int32_t PICHEIGHT,
+                                 bool ORIENTATION)
 {
     bitmapHandle_ = build(BYTEARRAY, headerOf(PICWIDTH, PICHEIGHT, ORIENTATION, 8), colorTable8_.data());
 }
 
-void clsLibrary::CREATEBMP16(const QByteArray& BYTEARRAY, int32_t PICWIDTH, int32_t PICHEIGHT,
-                             bool ORIENTATION)
+void PictureServices::CREATEBMP16(const QByteArray& BYTEARRAY, int32_t PICWIDTH, int32_t PICHEIGHT,
+                                  bool ORIENTATION)
 {
     bitmapHandle_ = build(BYTEARRAY, headerOf(PICWIDTH, PICHEIGHT, ORIENTATION, 16));
 }
 
-void clsLibrary::CREATEBMP24(const QByteArray& BYTEARRAY, int32_t PICWIDTH, int32_t PICHEIGHT,
-                             bool ORIENTATION)
+void PictureServices::CREATEBMP24(const QByteArray& BYTEARRAY, int32_t PICWIDTH, int32_t PICHEIGHT,
+                                  bool ORIENTATION)
 {
     // Four bytes a pixel. The bytes go through a copy of 32-bit elements, as many
     // as the array's highest index divided by 4 (halves to even) plus one, and the
@@ -142,30 +143,30 @@ void clsLibrary::CREATEBMP24(const QByteArray& BYTEARRAY, int32_t PICWIDTH, int3
     bitmapHandle_ = build(copy, headerOf(PICWIDTH, PICHEIGHT, ORIENTATION, 32));
 }
 
-void clsLibrary::INITCOLORTBL1()
+void PictureServices::INITCOLORTBL1()
 {
     colorTable1_ = {qRgb(0, 0, 0), qRgb(255, 255, 255)};
 }
 
-void clsLibrary::INITCOLORTBL4(const QByteArray& BYTEARRAY)
+void PictureServices::INITCOLORTBL4(const QByteArray& BYTEARRAY)
 {
     fillColorTable(colorTable4_, BYTEARRAY);
 }
 
-void clsLibrary::INITCOLORTBL8(const QByteArray& BYTEARRAY)
+void PictureServices::INITCOLORTBL8(const QByteArray& BYTEARRAY)
 {
     fillColorTable(colorTable8_, BYTEARRAY);
 }
 
-void clsLibrary::DRAWBITMAP(int32_t PICWIDTH, int32_t PICHEIGHT, platform::PictureBox* PICOBJECT,
-                            uint8_t SCALEVAL)
+void PictureServices::DRAWBITMAP(int32_t PICWIDTH, int32_t PICHEIGHT, platform::PictureBox* PICOBJECT,
+                                 uint8_t SCALEVAL)
 {
     if (!PICOBJECT)
         return;
     PICOBJECT->setPicture(QImage());
     platform::Twips box(PICOBJECT);
     if (SCALEVAL == 1) {
-        const auto [width, height] = PIXELSTOTWIPS(PICWIDTH, PICHEIGHT);
+        const auto [width, height] = StoreAndFileServices::instance().PIXELSTOTWIPS(PICWIDTH, PICHEIGHT);
         box.setHeight(float(height));
         box.setWidth(float(width));
     }
@@ -177,8 +178,8 @@ void clsLibrary::DRAWBITMAP(int32_t PICWIDTH, int32_t PICHEIGHT, platform::Pictu
     QSize drawing = inner;
     if (PICOBJECT->height() != inner.height()) {
         drawing = PICOBJECT->size();
-        const float innerHeight = float(inner.height()) * platform::Screen::TwipsPerPixelY();
-        const float innerWidth = float(inner.width()) * platform::Screen::TwipsPerPixelX();
+        const float innerHeight = platform::Screen::twipsY(inner.height());
+        const float innerWidth = platform::Screen::twipsX(inner.width());
         box.setHeight(box.Height() - innerHeight + box.Height());
         box.setWidth(box.Width() - innerWidth + box.Width());
     }

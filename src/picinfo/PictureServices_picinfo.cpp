@@ -1,6 +1,6 @@
-// clsLibrary: the picture information of the shared image record.
+// The picture information of the shared image record.
 
-#include "settings/clsLibrary.h"
+#include "picinfo/PictureServices.h"
 
 #include "platform/core/App.h"
 #include "platform/core/Conversions.h"
@@ -8,7 +8,13 @@
 #include "platform/core/ImageHeader.h"
 #include "platform/widgets/MsgBox.h"
 
-void clsLibrary::GETIMAGEFILEINFO()
+PictureServices& PictureServices::instance()
+{
+    static PictureServices services;
+    return services;
+}
+
+void PictureServices::GETIMAGEFILEINFO()
 {
     // A failure leaves the fields as the reading had them at that point, and is the
     // one failure of the program that the user is told about.
@@ -24,7 +30,7 @@ void clsLibrary::GETIMAGEFILEINFO()
     }
 }
 
-QString clsLibrary::GETCOLORDEPTH(const QString& Depth)
+QString PictureServices::GETCOLORDEPTH(const QString& Depth)
 {
     return platform::colorDepthWords(Depth);
 }

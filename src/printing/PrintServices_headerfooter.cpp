@@ -1,12 +1,13 @@
 // Headers and footers of printed and previewed pages, drawn straight onto the
 // device before the page's body, from the settings that the page setup keeps.
-#include "settings/clsLibrary.h"
+#include "printing/PrintServices.h"
 
 #include "platform/core/App.h"
 #include "platform/core/Conversions.h"
 #include "platform/print/PictureSurface.h"
 #include "platform/print/Printer.h"
 #include "printing/PageSettings.h"
+#include "settings/StoreAndFileServices.h"
 
 #include <QDateTime>
 
@@ -18,20 +19,21 @@ constexpr double TwipsPerCharacter = 170.0;
 
 QString settingsKey(const QString& part)
 {
-    return clsLibrary::programKey() + QStringLiteral("\\frmPPrev\\Items\\") + part;
+    return StoreAndFileServices::programKey() + QStringLiteral("\\frmPPrev\\Items\\") + part;
 }
 
 // A switch is on only when its text is the number 1; a text that isn't a number
 // fails as a type mismatch.
 bool switchOn(const QString& part, const QString& name)
 {
-    return platform::toInt16(clsLibrary::instance().REGSTRREAD(
-               clsLibrary::currentUserKey(), settingsKey(part), name, QStringLiteral("1"))) == 1;
+    return platform::toInt16(StoreAndFileServices::instance().REGSTRREAD(
+               StoreAndFileServices::currentUserKey(), settingsKey(part), name, QStringLiteral("1"))) == 1;
 }
 
 QString storedText(const QString& part, const QString& name, const QString& fallback)
 {
-    return clsLibrary::instance().REGSTRREAD(clsLibrary::currentUserKey(), settingsKey(part), name, fallback);
+    return StoreAndFileServices::instance().REGSTRREAD(StoreAndFileServices::currentUserKey(),
+                                                       settingsKey(part), name, fallback);
 }
 
 void printAt(platform::Canvas& device, double x, double y, const QString& text)
@@ -48,20 +50,20 @@ double centred(const platform::Canvas& device, const QString& text)
 
 } // namespace
 
-void clsLibrary::PAGEHEADERFOOTERINFO(const QString& PGNO, int16_t Left, int16_t Top, int16_t Bottom,
-                                      int16_t Right)
+void PrintServices::PAGEHEADERFOOTERINFO(const QString& PGNO, int16_t Left, int16_t Top, int16_t Bottom,
+                                         int16_t Right)
 {
     drawHeaderFooter(platform::currentPrinter(), false, PGNO, Left, Top, Bottom, Right);
 }
 
-void clsLibrary::PAGEHEADERFOOTERINFOPREVIEW(platform::PictureSurface* INCONTROL, const QString& PGNO,
-                                             int16_t Left, int16_t Top, int16_t Bottom, int16_t Right)
+void PrintServices::PAGEHEADERFOOTERINFOPREVIEW(platform::PictureSurface* INCONTROL, const QString& PGNO,
+                                                int16_t Left, int16_t Top, int16_t Bottom, int16_t Right)
 {
     drawHeaderFooter(*INCONTROL, true, PGNO, Left, Top, Bottom, Right);
 }
 
-void clsLibrary::drawHeaderFooter(platform::Canvas& device, bool preview, const QString& PGNO, int16_t Left,
-                                  int16_t Top, int16_t Bottom, int16_t Right)
+void PrintServices::drawHeaderFooter(platform::Canvas& device, bool preview, const QString& PGNO,
+                                     int16_t Left, int16_t Top, int16_t Bottom, int16_t Right)
 {
     const QString header = QStringLiteral("Header");
     const QString footer = QStringLiteral("Footer");
@@ -106,7 +108,9 @@ void clsLibrary::drawHeaderFooter(platform::Canvas& device, bool preview, const 
     if (footerLine)
         device.Line(float(ruleLeft), y + 200, float(width - Right), y + 200, Black);
     if (field1)
-        printAt(device, Left + 300, textY, storedText(footer, QStringLiteral("txtField1"), GETCOMPANYNAME()));
+        printAt(device, Left + 300, textY,
+                storedText(footer, QStringLiteral("txtField1"),
+                           StoreAndFileServices::instance().GETCOMPANYNAME()));
     if (field2)
         printAt(device, width - (preview ? 5000 : 4000), textY,
                 storedText(footer, QStringLiteral("txtField2"), printing::mainFileName()));

@@ -5,7 +5,7 @@
 // All lengths are twips. A form's Left, Top, Width and Height are its outer frame,
 // measured from the screen's top left corner.
 
-#include "settings/clsLibrary.h"
+#include "settings/StoreAndFileServices.h"
 
 #include "platform/core/Conversions.h"
 #include "platform/core/Error.h"
@@ -37,18 +37,19 @@ constexpr float ButtonMargin = 135;
 
 QString windowKey(const QString& PROGRAMFLDR, const Form& form)
 {
-    return clsLibrary::companyKey() + QLatin1Char('\\') + PROGRAMFLDR + QLatin1Char('\\') + form.Name() +
-           QStringLiteral("\\Window");
+    return StoreAndFileServices::companyKey() + QLatin1Char('\\') + PROGRAMFLDR + QLatin1Char('\\') +
+           form.Name() + QStringLiteral("\\Window");
 }
 
 QString readValue(const QString& key, const QString& item, const QString& present)
 {
-    return clsLibrary::instance().REGSTRREAD(clsLibrary::currentUserKey(), key, item, present);
+    return StoreAndFileServices::instance().REGSTRREAD(StoreAndFileServices::currentUserKey(), key, item,
+                                                       present);
 }
 
 void writeValue(const QString& key, const QString& item, const QString& data)
 {
-    clsLibrary::instance().REGSTRWRITE(clsLibrary::currentUserKey(), key, item, data);
+    StoreAndFileServices::instance().REGSTRWRITE(StoreAndFileServices::currentUserKey(), key, item, data);
 }
 
 // Only FORMSAVE writes these values, so a stored text that isn't a number was put
@@ -119,7 +120,7 @@ void restorePosition(Form& form, const QString& key)
 
 } // namespace
 
-void clsLibrary::FORMLOAD(const QString& PROGRAMFLDR, Form* FORMNAME, bool RESIZE)
+void StoreAndFileServices::FORMLOAD(const QString& PROGRAMFLDR, Form* FORMNAME, bool RESIZE)
 {
     Form& form = *FORMNAME;
     const QString key = windowKey(PROGRAMFLDR, form);
@@ -141,7 +142,7 @@ void clsLibrary::FORMLOAD(const QString& PROGRAMFLDR, Form* FORMNAME, bool RESIZ
     keepOnScreen(form, centre);
 }
 
-void clsLibrary::FORMSAVE(const QString& PROGRAMFLDR, Form* FORMNAME, bool RESIZE)
+void StoreAndFileServices::FORMSAVE(const QString& PROGRAMFLDR, Form* FORMNAME, bool RESIZE)
 {
     const Form& form = *FORMNAME;
     const QString key = windowKey(PROGRAMFLDR, form);
@@ -165,14 +166,14 @@ void clsLibrary::FORMSAVE(const QString& PROGRAMFLDR, Form* FORMNAME, bool RESIZ
 }
 
 // Buttons are placed in the coordinates of the container they sit on.
-void clsLibrary::RESIZEBTNCLOSE(Form* form, QWidget* BTNCLOSE)
+void StoreAndFileServices::RESIZEBTNCLOSE(Form* form, QWidget* BTNCLOSE)
 {
     twips(BTNCLOSE).setTop(ButtonTop);
     twips(BTNCLOSE).setLeft(form->ScaleWidth() - ButtonMargin - twips(BTNCLOSE).Width());
 }
 
 // Both buttons have the same width, so the Cancel button's width serves for both.
-void clsLibrary::RESIZEBTNSOKCANCEL(Form* form, QWidget* BTNOK, QWidget* BTNCANCEL)
+void StoreAndFileServices::RESIZEBTNSOKCANCEL(Form* form, QWidget* BTNOK, QWidget* BTNCANCEL)
 {
     twips(BTNOK).setTop(ButtonTop);
     twips(BTNCANCEL).setTop(ButtonTop);

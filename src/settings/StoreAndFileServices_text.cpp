@@ -1,6 +1,6 @@
-// clsLibrary: the text and number helpers.
+// The text and number helpers.
 
-#include "settings/clsLibrary.h"
+#include "settings/StoreAndFileServices.h"
 
 #include "platform/core/App.h"
 #include "platform/core/Conversions.h"
@@ -148,7 +148,7 @@ std::vector<std::unique_ptr<ComboRegistration>> comboRegistrations;
 
 } // namespace
 
-bool clsLibrary::CHARCHECK(const QString& STR, const QString& CHAR)
+bool StoreAndFileServices::CHARCHECK(const QString& STR, const QString& CHAR)
 {
     const Characters characters(STR);
     for (qsizetype i = 0; i < characters.count(); ++i) {
@@ -158,7 +158,8 @@ bool clsLibrary::CHARCHECK(const QString& STR, const QString& CHAR)
     return true;
 }
 
-void clsLibrary::COMBOINIT(const QString& /*hWnd*/, const QString& Rows, QComboBox* Combo, bool Register)
+void StoreAndFileServices::COMBOINIT(const QString& /*hWnd*/, const QString& Rows, QComboBox* Combo,
+                                     bool Register)
 {
     ++comboCount;
     if (Register) {
@@ -174,20 +175,20 @@ void clsLibrary::COMBOINIT(const QString& /*hWnd*/, const QString& Rows, QComboB
         Combo->setMaxVisibleItems(std::max(rows, 1));
 }
 
-QString clsLibrary::CURRENCYFMT(const QString& NUMBER)
+QString StoreAndFileServices::CURRENCYFMT(const QString& NUMBER)
 {
     if (NUMBER.isEmpty())
         return QString();
     return formatNumber(NUMBER, 2, NUMBER);
 }
 
-QString clsLibrary::GETAPPNUMBER()
+QString StoreAndFileServices::GETAPPNUMBER()
 {
     const QStringList parts = platform::App::Version().split(QLatin1Char('.'));
     return parts.value(0).trimmed() + QLatin1Char('.') + parts.value(1, QStringLiteral("0")).trimmed();
 }
 
-QString clsLibrary::GETCAPTION(const QString& sCaption)
+QString StoreAndFileServices::GETCAPTION(const QString& sCaption)
 {
     // The cut comes first, so the accelerator markers count among the 32.
     constexpr qsizetype Longest = 32;
@@ -198,18 +199,18 @@ QString clsLibrary::GETCAPTION(const QString& sCaption)
     return caption.remove(QLatin1Char('&'));
 }
 
-QString clsLibrary::GETCOMPANYNAME()
+QString StoreAndFileServices::GETCOMPANYNAME()
 {
     return REGSTRREAD(localMachineKey(), WindowsVersionKey, QStringLiteral("RegisteredOwner"), QString());
 }
 
-QString clsLibrary::GETCOMPANYREG()
+QString StoreAndFileServices::GETCOMPANYREG()
 {
     return REGSTRREAD(currentUserKey(), WindowsVersionKey, QStringLiteral("RegisteredOrganization"),
                       QString());
 }
 
-QString clsLibrary::GETHEXVAL(int32_t COLOR)
+QString StoreAndFileServices::GETHEXVAL(int32_t COLOR)
 {
     const auto color = static_cast<uint32_t>(COLOR);
     const auto channel = [color](int shift) {
@@ -218,14 +219,14 @@ QString clsLibrary::GETHEXVAL(int32_t COLOR)
     return QLatin1Char('#') + channel(0) + channel(8) + channel(16);
 }
 
-QString clsLibrary::HEX2STR(const QString& INHEX)
+QString StoreAndFileServices::HEX2STR(const QString& INHEX)
 {
     int16_t number = 0;
     platform::resumeNext([&] { number = platform::toInt16(QStringLiteral("&H") + INHEX); });
     return QString::number(number);
 }
 
-QString clsLibrary::HTMLFORMATCHECK(const QString& STR)
+QString StoreAndFileServices::HTMLFORMATCHECK(const QString& STR)
 {
     if (STR.isEmpty())
         return QString();
@@ -239,7 +240,7 @@ QString clsLibrary::HTMLFORMATCHECK(const QString& STR)
     return QStringLiteral("http://") + STR;
 }
 
-double clsLibrary::PIECE(const QString& STR, const QString& SEPARATOR, int16_t PIECENO)
+double StoreAndFileServices::PIECE(const QString& STR, const QString& SEPARATOR, int16_t PIECENO)
 {
     const Characters characters = walkable(STR);
     const int wanted = PIECENO;
@@ -259,24 +260,24 @@ double clsLibrary::PIECE(const QString& STR, const QString& SEPARATOR, int16_t P
     return 0.0;
 }
 
-double clsLibrary::SHOWUNITS(int32_t Value, bool AlongX, float PrinterTwipsPerPixelX,
-                             float PrinterTwipsPerPixelY)
+double StoreAndFileServices::SHOWUNITS(int32_t Value, bool AlongX, float PrinterTwipsPerPixelX,
+                                       float PrinterTwipsPerPixelY)
 {
     const double twipsPerPixel = AlongX ? PrinterTwipsPerPixelX : PrinterTwipsPerPixelY;
     return double(Value) * twipsPerPixel / 1440.0;
 }
 
-QString clsLibrary::TEXTJUSTIFY(const QString& STR)
+QString StoreAndFileServices::TEXTJUSTIFY(const QString& STR)
 {
     return formatNumber(STR, 1, QString());
 }
 
-QString clsLibrary::TEXTJUSTIFYCURRENCY(const QString& STR)
+QString StoreAndFileServices::TEXTJUSTIFYCURRENCY(const QString& STR)
 {
     return formatNumber(STR, 2, QString());
 }
 
-QString clsLibrary::TOKENLEFT(const QString& Source, const QString& TOKEN)
+QString StoreAndFileServices::TOKENLEFT(const QString& Source, const QString& TOKEN)
 {
     const Characters characters = walkable(Source);
     for (qsizetype i = 0; i < characters.count(); ++i) {
@@ -286,7 +287,7 @@ QString clsLibrary::TOKENLEFT(const QString& Source, const QString& TOKEN)
     return QString();
 }
 
-int16_t clsLibrary::TXTCURRENCYLOCK(QLineEdit* TXTBOX, int16_t KEYASCIIVAL)
+int16_t StoreAndFileServices::TXTCURRENCYLOCK(QLineEdit* TXTBOX, int16_t KEYASCIIVAL)
 {
     constexpr int16_t Backspace = 8;
     constexpr int16_t FullStop = 46;
@@ -304,7 +305,7 @@ int16_t clsLibrary::TXTCURRENCYLOCK(QLineEdit* TXTBOX, int16_t KEYASCIIVAL)
     return text.contains(QLatin1Char('.')) ? 0 : FullStop;
 }
 
-int32_t clsLibrary::WORDCOUNT(const QString& TEXT)
+int32_t StoreAndFileServices::WORDCOUNT(const QString& TEXT)
 {
     // Lines end in CR LF in the original's texts and in LF alone in this desktop's:
     // both are line ends here, and a hyphen right before one joins the word parts.
@@ -320,14 +321,14 @@ int32_t clsLibrary::WORDCOUNT(const QString& TEXT)
     return int32_t(text.count(QLatin1Char(' ')) + 1);
 }
 
-std::pair<int32_t, int32_t> clsLibrary::PIXELSTOTWIPS(int32_t x, int32_t y)
+std::pair<int32_t, int32_t> StoreAndFileServices::PIXELSTOTWIPS(int32_t x, int32_t y)
 {
     // toInt32 rounds halves to the even neighbour.
     return {platform::toInt32(double(x) * platform::Screen::TwipsPerPixelX()),
             platform::toInt32(double(y) * platform::Screen::TwipsPerPixelY())};
 }
 
-std::pair<int32_t, int32_t> clsLibrary::TWIPSTOPIXELS(int32_t x, int32_t y)
+std::pair<int32_t, int32_t> StoreAndFileServices::TWIPSTOPIXELS(int32_t x, int32_t y)
 {
     return {platform::toInt32(double(x) / platform::Screen::TwipsPerPixelX()),
             platform::toInt32(double(y) / platform::Screen::TwipsPerPixelY())};

@@ -1,6 +1,6 @@
-// clsLibrary: the file and path services.
+// The file and path services.
 
-#include "settings/clsLibrary.h"
+#include "settings/StoreAndFileServices.h"
 
 #include "platform/core/App.h"
 #include "platform/core/Error.h"
@@ -31,17 +31,17 @@ QString bareName(const QString& path)
 
 } // namespace
 
-QString clsLibrary::FILECHK(const QString& FILENAME)
+QString StoreAndFileServices::FILECHK(const QString& FILENAME)
 {
     return FILENAME.isEmpty() ? QStringLiteral("Untitled") : FILENAME;
 }
 
-bool clsLibrary::FILEEXISTS(const QString& PATHSTR)
+bool StoreAndFileServices::FILEEXISTS(const QString& PATHSTR)
 {
     return platform::fileExists(PATHSTR);
 }
 
-bool clsLibrary::FOLDEREXIST(const QString& PATHSTR)
+bool StoreAndFileServices::FOLDEREXIST(const QString& PATHSTR)
 {
     if (platform::folderExists(PATHSTR))
         return true;
@@ -53,7 +53,7 @@ bool clsLibrary::FOLDEREXIST(const QString& PATHSTR)
     return false;
 }
 
-QString clsLibrary::FILENAMELENCHK(const QString& FILENAME)
+QString StoreAndFileServices::FILENAMELENCHK(const QString& FILENAME)
 {
     // A folder path closes with the separator. Windows spared names of up to three
     // characters for its drive forms ("C:"); here any other name gets one.
@@ -62,20 +62,20 @@ QString clsLibrary::FILENAMELENCHK(const QString& FILENAME)
     return FILENAME + Separator;
 }
 
-QString clsLibrary::GETFOLDERPATH(const QString& FILEPATH)
+QString StoreAndFileServices::GETFOLDERPATH(const QString& FILEPATH)
 {
     const qsizetype at = FILEPATH.lastIndexOf(Separator);
     return at <= 0 ? QString() : FILEPATH.left(at);
 }
 
-QString clsLibrary::GETWINDOWSDIR()
+QString StoreAndFileServices::GETWINDOWSDIR()
 {
     // The Windows system folder has no counterpart that a user keeps files in; the
     // home folder is where this desktop's user folders live.
     return QDir::homePath();
 }
 
-QString clsLibrary::GETDESKTOPDIR()
+QString StoreAndFileServices::GETDESKTOPDIR()
 {
     const QString desktop = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
     if (!desktop.isEmpty() && platform::folderExists(desktop))
@@ -83,7 +83,7 @@ QString clsLibrary::GETDESKTOPDIR()
     return platform::App::Path();
 }
 
-QString clsLibrary::FILESLOCATION()
+QString StoreAndFileServices::FILESLOCATION()
 {
     const QString fallback = FILENAMELENCHK(platform::App::Path());
     const QString stored =
@@ -98,7 +98,7 @@ QString clsLibrary::FILESLOCATION()
     return location;
 }
 
-void clsLibrary::FILEDELETE(const QString& CURRENTFILENAME)
+void StoreAndFileServices::FILEDELETE(const QString& CURRENTFILENAME)
 {
     // The trash keeps the file recoverable; as with the Recycle Bin the user confirms
     // first. A file that isn't there or can't be moved is left without a word.
@@ -113,12 +113,12 @@ void clsLibrary::FILEDELETE(const QString& CURRENTFILENAME)
         platform::Shell::moveToTrash(CURRENTFILENAME);
 }
 
-void clsLibrary::FILEMOVE(const QString& FILELOCATION, const QString& FILEDESTINATION)
+void StoreAndFileServices::FILEMOVE(const QString& FILELOCATION, const QString& FILEDESTINATION)
 {
     platform::Shell::moveFile(FILELOCATION, FILEDESTINATION);
 }
 
-void clsLibrary::FILERENAME(const QString& CURRENTFILENAME, const QString& NEWFILENAME)
+void StoreAndFileServices::FILERENAME(const QString& CURRENTFILENAME, const QString& NEWFILENAME)
 {
     if (CURRENTFILENAME.isEmpty() || NEWFILENAME.isEmpty())
         return;
@@ -135,7 +135,7 @@ void clsLibrary::FILERENAME(const QString& CURRENTFILENAME, const QString& NEWFI
     platform::Shell::moveFile(CURRENTFILENAME, target);
 }
 
-void clsLibrary::FOLDERBROWSE(Form* CURRENTFORM, const QString& CURRENTFLDRLOCATION, Form* FORMNAME)
+void StoreAndFileServices::FOLDERBROWSE(Form* CURRENTFORM, const QString& CURRENTFLDRLOCATION, Form* FORMNAME)
 {
     resumeNext([&] { browseForm_ = CURRENTFORM; });
     resumeNext([&] { browseLocation_ = CURRENTFLDRLOCATION; });
@@ -145,7 +145,8 @@ void clsLibrary::FOLDERBROWSE(Form* CURRENTFORM, const QString& CURRENTFLDRLOCAT
     });
 }
 
-void clsLibrary::INTERNETACCESS(const QString& HWND, const QString& LINKTYPESTR, const QString& ADDRESS)
+void StoreAndFileServices::INTERNETACCESS(const QString& HWND, const QString& LINKTYPESTR,
+                                          const QString& ADDRESS)
 {
     // The window handle only gave the error boxes of Windows an owner.
     Q_UNUSED(HWND);

@@ -1,8 +1,8 @@
-// The settings store operations of clsLibrary. Each call opens the key, does its
+// The settings store operations. Each call opens the key, does its
 // one read or write and is done: nothing is cached and no write is deferred, so a
 // value written is there for the very next read from any part of the program.
 
-#include "settings/clsLibrary.h"
+#include "settings/StoreAndFileServices.h"
 
 #include "platform/core/App.h"
 #include "platform/core/Error.h"
@@ -54,34 +54,34 @@ bool writeValue(const QString& KEY, const QString& SUBKEY, const QString& ITEM, 
 
 } // namespace
 
-clsLibrary& clsLibrary::instance()
+StoreAndFileServices& StoreAndFileServices::instance()
 {
-    static clsLibrary library;
-    return library;
+    static StoreAndFileServices services;
+    return services;
 }
 
-QString clsLibrary::currentUserKey()
+QString StoreAndFileServices::currentUserKey()
 {
     return QString::number(static_cast<int32_t>(platform::HKEY_CURRENT_USER));
 }
 
-QString clsLibrary::localMachineKey()
+QString StoreAndFileServices::localMachineKey()
 {
     return QString::number(static_cast<int32_t>(platform::HKEY_LOCAL_MACHINE));
 }
 
-QString clsLibrary::programKey()
+QString StoreAndFileServices::programKey()
 {
     return companyKey() + QLatin1Char('\\') + platform::App::Title();
 }
 
-QString clsLibrary::companyKey()
+QString StoreAndFileServices::companyKey()
 {
     return QStringLiteral("SOFTWARE\\") + platform::App::CompanyName();
 }
 
-QString clsLibrary::REGSTRREAD(const QString& KEY, const QString& SUBKEY, const QString& ITEM,
-                               const QString& SDEFAULT)
+QString StoreAndFileServices::REGSTRREAD(const QString& KEY, const QString& SUBKEY, const QString& ITEM,
+                                         const QString& SDEFAULT)
 {
     try {
         const std::optional<uint32_t> root = rootOf(KEY);
@@ -101,15 +101,15 @@ QString clsLibrary::REGSTRREAD(const QString& KEY, const QString& SUBKEY, const 
     }
 }
 
-bool clsLibrary::REGSTRWRITE(const QString& KEY, const QString& SUBKEY, const QString& ITEM,
-                             const QString& DATA)
+bool StoreAndFileServices::REGSTRWRITE(const QString& KEY, const QString& SUBKEY, const QString& ITEM,
+                                       const QString& DATA)
 {
     // A blank DATA stores a value that exists and is blank.
     return writeValue(KEY, SUBKEY, ITEM, RegistryValue{platform::REG_SZ, DATA.toUtf8()});
 }
 
-QString clsLibrary::REGDWORDREAD(int32_t hKey, const QString& STRPATH, const QString& VALNAME,
-                                 int32_t SDATAVAL)
+QString StoreAndFileServices::REGDWORDREAD(int32_t hKey, const QString& STRPATH, const QString& VALNAME,
+                                           int32_t SDATAVAL)
 {
     const auto number = static_cast<uint32_t>(SDATAVAL);
     QByteArray bytes(4, '\0');
@@ -122,13 +122,13 @@ QString clsLibrary::REGDWORDREAD(int32_t hKey, const QString& STRPATH, const QSt
     return QString();
 }
 
-bool clsLibrary::REGBINARYREAD(const QString& KEY, const QString& SUBKEY, const QString& ITEM,
-                               const QByteArray& DATA)
+bool StoreAndFileServices::REGBINARYREAD(const QString& KEY, const QString& SUBKEY, const QString& ITEM,
+                                         const QByteArray& DATA)
 {
     return writeValue(KEY, SUBKEY, ITEM, RegistryValue{platform::REG_BINARY, DATA});
 }
 
-void clsLibrary::REGBINARYWRITE()
+void StoreAndFileServices::REGBINARYWRITE()
 {
     const QByteArray buttons("\x64\x00\x00\x00\x65", 5);
     // The company name is part of this literal, not taken from the application.
