@@ -16,17 +16,18 @@ echo "== Format"
 mapfile -t sources < <(git ls-files '*.cpp' '*.h' 2>/dev/null || find src tests tools bench -name '*.cpp' -o -name '*.h')
 clang-format --dry-run --Werror "${sources[@]}"
 
+# A suite of CMakePresets.json: its build tree is build/NAME.
 run_suite() {
-  local dir=$1; shift
-  echo "== Build $dir"
-  cmake -S . -B "$dir" -G Ninja -DCMAKE_BUILD_TYPE=Debug -DVISTARRO_WERROR=ON "$@" >/dev/null
-  cmake --build "$dir" -j2
-  echo "== Test $dir"
-  (cd "$dir" && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j2)
+  local preset=$1
+  echo "== Build build/$preset"
+  cmake --preset "$preset" >/dev/null
+  cmake --build --preset "$preset"
+  echo "== Test build/$preset"
+  ctest --preset "$preset"
 }
 
-run_suite build/debug
-run_suite build/sanitize -DVISTARRO_SANITIZE=ON
+run_suite debug
+run_suite sanitize
 
 echo "== Fuzz"
 fuzz/run.sh "${FUZZ_SECONDS:-40}"

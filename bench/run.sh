@@ -19,7 +19,7 @@ if ! command -v djpeg >/dev/null; then
 fi
 
 build=${VISTARRO_BENCH_BUILD:-build/bench}
-cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release >/dev/null
+cmake --preset bench -B "$build" >/dev/null
 cmake --build "$build" -j2 --target vistarro-bench vistarro-viewer-bench
 
 work=$(mktemp -d)

@@ -18,7 +18,7 @@ targets=("$@")
 build=${VISTARRO_FUZZ_BUILD:-build/fuzz}
 
 echo "== Build $build"
-cmake -S fuzz -B "$build" -G Ninja -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
+cmake -S fuzz --preset fuzz -B "$build" >/dev/null
 cmake --build "$build" -j2
 
 # The picture target may allocate what the decoders' limit allows (256 MiB) and a

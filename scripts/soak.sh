@@ -59,7 +59,7 @@ for part in $parts; do
     4)
       [ "$random_seconds" -gt 0 ] || continue
       echo "== Random input for $random_seconds s ($random_build)"
-      (unset QT_QPA_PLATFORM; E2E_WM=openbox bash tools/e2e/monkey.sh "$random_build/vistarro" "$random_seconds")
+      (unset QT_QPA_PLATFORM; E2E_WM=openbox bash tests/e2e/monkey.sh "$random_build/vistarro" "$random_seconds")
       ;;
   esac
 done

@@ -1,4 +1,5 @@
 #include "album/frmMain.h"
+#include "config.h"
 #include "platform/core/App.h"
 #include "platform/widgets/Application.h"
 #include "platform/widgets/Form.h"

@@ -1,5 +1,6 @@
 #include "about/frmAbout.h"
 
+#include "config.h"
 #include "platform/core/App.h"
 #include "platform/core/Error.h"
 #include "presentation/TXTSEP.h"

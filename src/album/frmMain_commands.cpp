@@ -5,6 +5,7 @@
 #include "about/frmAbout.h"
 #include "album/MainSettings.h"
 #include "album/frmPopup.h"
+#include "config.h"
 
 #include "library/clsLibrary.h"
 #include "platform/core/Conversions.h"

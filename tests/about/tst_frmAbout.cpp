@@ -3,6 +3,7 @@
 #include "TempStore.h"
 
 #include "about/frmAbout.h"
+#include "config.h"
 #include "library/clsLibrary.h"
 #include "platform/core/Shell.h"
 #include "platform/widgets/Screen.h"

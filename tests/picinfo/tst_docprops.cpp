@@ -7,8 +7,10 @@
 #include "picinfo/frmProps.h"
 #include "platform/print/Printer.h"
 #include "platform/print/RichTextBox.h"
+#include "platform/widgets/Form.h"
 #include "printing/PageSettings.h"
 #include "printing/Paper.h"
+#include "printing/frmPPrev.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -59,6 +61,7 @@ class tst_docprops : public QObject {
 
 private slots:
     void initTestCase();
+    void cleanup();
     void figuresOfEachType_data();
     void figuresOfEachType();
     void pagesFollowTheStoredMargins_data();
@@ -71,6 +74,13 @@ void tst_docprops::initTestCase()
     printer.selectPrinter(QString::fromLatin1(platform::Printer::PdfPrinterName));
     printing::setPaperSize(printer, 1);
     printing::setOrientation(printer, printing::Portrait);
+}
+
+// The page count lays the document out in the print preview's form, which it
+// loads hidden; the test unloads it as the preview's window would.
+void tst_docprops::cleanup()
+{
+    Forms::unload<frmPPrev>();
 }
 
 void tst_docprops::figuresOfEachType_data()

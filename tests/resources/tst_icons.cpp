@@ -2,6 +2,7 @@
 // preview's, in its order, at 16 and 32 pixels, each with something drawn on it
 // and each unlike the others; the preview's pointer; and the program's icon at
 // every size it offers, and the same picture in the desktop's icon files.
+#include "config.h"
 #include "resources/Icons.h"
 
 #include <QCursor>

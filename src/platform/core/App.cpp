@@ -1,5 +1,7 @@
 #include "platform/core/App.h"
 
+#include "config.h"
+
 #include <QCoreApplication>
 #include <QFileInfo>
 

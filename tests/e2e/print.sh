@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # End-to-end check of the print preview on a virtual X screen.
 #
-#   tools/e2e/print.sh VISTARRO_PRINT VISTARRO_STORE
+#   tests/e2e/print.sh VISTARRO_PRINT VISTARRO_STORE
 #
 # Opens a text file of 150 lines in vistarro-print, which shows the preview at
 # once; goes to the last page and back, zooms in, prints from the toolbar (no

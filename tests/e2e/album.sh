@@ -4,7 +4,6 @@
 # start, drive and end the program. The check sets $vistarro (the program) and $store_tool
 # (vistarro-store) first.
 here=${here:-$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)}
-format_header="$here/../../src/platform/core/RegistryFormat.h"
 store="$XDG_CONFIG_HOME/ZUV Software Development/settings.sqlite"
 pictures="$work/pictures"
 mkdir -p "$pictures"
@@ -13,32 +12,9 @@ program_key='SOFTWARE\ZUV Software Development\Vistarro'
 
 # Writes text values into the store, made anew when missing, before the
 # program starts: seed_store KEY NAME VALUE [KEY NAME VALUE ...] with full key
-# paths below HKEY_CURRENT_USER.
+# paths below HKEY_CURRENT_USER. The program's own store code writes them.
 seed_store() {
-  mkdir -p "$(dirname "$store")"
-  python3 - "$format_header" "$store" "$@" <<'PY'
-import re, sqlite3, sys
-header, store, *triples = sys.argv[1:]
-text = open(header, encoding="utf-8").read()
-# The schema is a run of string literals after "Schema ="; the version a constant.
-literals = re.search(r"Schema\s*=\s*((?:\s*\"(?:[^\"\\]|\\.)*\")+)\s*;", text).group(1)
-schema = "".join(re.findall(r"\"((?:[^\"\\]|\\.)*)\"", literals))
-version = int(re.search(r"constexpr int Version = (\d+);", text).group(1))
-db = sqlite3.connect(store)
-db.executescript(schema)
-db.execute(f"PRAGMA user_version={version}")
-for at in range(0, len(triples), 3):
-    key, name, value = triples[at:at + 3]
-    parts = key.split("\\")
-    for i in range(1, len(parts) + 1):
-        path = "\\".join(parts[:i])
-        db.execute("INSERT OR IGNORE INTO reg_key (folded, path) VALUES (?, ?)", (path.casefold(), path))
-    db.execute("DELETE FROM reg_value WHERE key = ? AND folded = ?", (key.casefold(), name.casefold()))
-    db.execute("INSERT INTO reg_value (key, folded, name, type, data) VALUES (?, ?, ?, 1, ?)",
-               (key.casefold(), name.casefold(), name, value.encode("utf-8")))
-db.commit()
-db.close()
-PY
+  timeout 20 "$store_tool" set "$@" || fail "vistarro-store could not seed the store at $store"
   step "store seeded at $store"
 }
 

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # End-to-end check of the main window on a virtual X screen.
 #
-#   tools/e2e/run.sh VISTARRO VISTARRO_STORE
+#   tests/e2e/run.sh VISTARRO VISTARRO_STORE
 #
 # Opens Vistarro in a folder of three pictures, adds all of them to the album,
 # runs the slide show, removes the first picture again, quits, starts once more,

@@ -3,7 +3,7 @@
 # XWayland, as a GNOME or KDE session offers both. Keys reach the program
 # through weston, as a person's do.
 #
-#   tools/e2e/wayland.sh VISTARRO VISTARRO_STORE
+#   tests/e2e/wayland.sh VISTARRO VISTARRO_STORE
 #
 # The program must come up on XWayland (its window is an X11 window although
 # WAYLAND_DISPLAY is set and the Wayland platform is installed), play the album

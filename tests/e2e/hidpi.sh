@@ -2,7 +2,7 @@
 # End-to-end check at a scale factor of 2 (QT_SCALE_FACTOR=2 on a 2560x1600
 # screen), as on a HiDPI monitor.
 #
-#   tools/e2e/hidpi.sh VISTARRO VISTARRO_STORE VISTARRO_PRINT
+#   tests/e2e/hidpi.sh VISTARRO VISTARRO_STORE VISTARRO_PRINT
 #
 # Screenshots of the main window, the picture preview, the show, the about box
 # and the print preview (hidpi-*.png in $E2E_OUT) for a person to look at;

@@ -2,7 +2,7 @@
 # Builds the Debian package from a build tree, unpacks it into a throw-away
 # root and starts the installed program from there on a virtual X screen.
 #
-#   tools/e2e/package.sh BUILD_DIR
+#   tests/e2e/package.sh BUILD_DIR
 #
 # Checks the package's files and Depends, then that the installed vistarro
 # shows its main window, of the class that its desktop entry names, creates the

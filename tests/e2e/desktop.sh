@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # End-to-end check of what a desktop's X server and window manager add:
 #
-#   tools/e2e/desktop.sh VISTARRO VISTARRO_STORE
+#   tests/e2e/desktop.sh VISTARRO VISTARRO_STORE
 #
 # A first start with a stored folder that no longer exists: the main window has
 # its design size, and neither the tree nor the focus replaces the folder. Then,
