@@ -7,16 +7,18 @@
 # folder's path, so "settings/clsLibrary.h" is found from settings and from every
 # library that links vistarro_settings, and from nowhere else. A call from a lower
 # folder to a higher one therefore doesn't compile.
+cmake_path(GET CMAKE_CURRENT_LIST_DIR PARENT_PATH VISTARRO_SOURCE_DIR)
+
 function(vistarro_folder_library folder)
   get_filename_component(name "${folder}" NAME)
   set(root "${PROJECT_BINARY_DIR}/include/${name}")
   get_filename_component(parent "${root}/${folder}" DIRECTORY)
   file(MAKE_DIRECTORY "${parent}")
-  file(CREATE_LINK "${PROJECT_SOURCE_DIR}/src/${folder}" "${root}/${folder}" SYMBOLIC)
+  file(CREATE_LINK "${VISTARRO_SOURCE_DIR}/src/${folder}" "${root}/${folder}" SYMBOLIC)
   file(GLOB sources CONFIGURE_DEPENDS
-    "${PROJECT_SOURCE_DIR}/src/${folder}/*.cpp"
-    "${PROJECT_SOURCE_DIR}/src/${folder}/*.h"
-    "${PROJECT_SOURCE_DIR}/src/${folder}/*.qrc")
+    "${VISTARRO_SOURCE_DIR}/src/${folder}/*.cpp"
+    "${VISTARRO_SOURCE_DIR}/src/${folder}/*.h"
+    "${VISTARRO_SOURCE_DIR}/src/${folder}/*.qrc")
   add_library(vistarro_${name} STATIC ${sources})
   target_include_directories(vistarro_${name} PUBLIC "${root}")
   target_link_libraries(vistarro_${name} PUBLIC ${ARGN})

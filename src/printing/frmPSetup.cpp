@@ -331,9 +331,10 @@ void frmPSetup::connectHandlers()
         {CHKHEADTITLE, TXTHEADTITLE}, {CHKHEADDATE, TXTHEADDATE},     {CHKHEADTIME, TXTHEADTIME},
         {CHKHEADLINE, LNHEADLINE},    {CHKFOOTFIELD1, TXTFOOTFIELD1}, {CHKFOOTFIELD2, TXTFOOTFIELD2},
         {CHKFOOTPGNO, TXTFOOTPGNO},   {CHKFOOTLINE, LNFOOTLINE}};
-    for (const auto& [box, element] : elements)
-        connect(box, &QCheckBox::stateChanged, this,
-                platform::guarded([this, box, element] { pictureBoxClick(box, element); }));
+    for (const auto& pair : elements)
+        connect(pair.first, &QCheckBox::stateChanged, this,
+                platform::guarded(
+                    [this, box = pair.first, element = pair.second] { pictureBoxClick(box, element); }));
     connect(TXTHEADTITLE, &QLineEdit::textChanged, this,
             platform::guarded(this, &frmPSetup::TXTHEADTITLE_Change));
     connect(TXTFOOTFIELD1, &QLineEdit::textChanged, this,

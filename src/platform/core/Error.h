@@ -5,7 +5,6 @@
 
 #include <cstddef>
 #include <functional>
-#include <source_location>
 #include <stdexcept>
 #include <tuple>
 #include <type_traits>
@@ -56,6 +55,18 @@ private:
 // QT_LOGGING_RULES="vistarro.skipped.debug=true".
 Q_DECLARE_LOGGING_CATEGORY(skippedLog)
 
+// Where a step or handler is written in our code, filled in by the compiler at
+// the call, as std::source_location does; that one needs a compiler built-in that
+// the clang of the fuzz build lacks, these two built-ins both compilers have.
+struct CallSite {
+    static constexpr CallSite here(const char* file = __builtin_FILE(), int line = __builtin_LINE())
+    {
+        return CallSite{file, line};
+    }
+    const char* file;
+    int line;
+};
+
 namespace detail {
 // Writes the failure being handled, its error number and text, and where it was
 // swallowed, to the category. Called from a catch block; never throws, and does
@@ -90,7 +101,7 @@ void callLeading(Handler& handler, Tuple&& arguments, std::index_sequence<Leadin
 
 template <typename Handler> class Guarded {
 public:
-    Guarded(Handler handler, std::source_location where) : handler_(std::move(handler)), where_(where) {}
+    Guarded(Handler handler, CallSite where) : handler_(std::move(handler)), where_(where) {}
 
     template <typename... Arguments> auto operator()(Arguments&&... arguments) noexcept -> void
     {
@@ -99,26 +110,25 @@ public:
             callLeading(handler_, Tuple(std::forward<Arguments>(arguments)...),
                         std::make_index_sequence<leadingTaken<Handler, Tuple>()>());
         } catch (...) {
-            logSwallowed("handler left", where_.file_name(), where_.line());
+            logSwallowed("handler left", where_.file, where_.line);
         }
     }
 
 private:
     Handler handler_;
-    std::source_location where_;
+    CallSite where_;
 };
 } // namespace detail
 
 // "A failed statement is skipped and the next one runs": run one step and
 // swallow whatever it throws. Costs nothing while the step succeeds; the place
 // for the log is the caller's, filled in by the compiler.
-template <typename Step>
-void resumeNext(Step&& step, const std::source_location where = std::source_location::current()) noexcept
+template <typename Step> void resumeNext(Step&& step, const CallSite where = CallSite::here()) noexcept
 {
     try {
         step();
     } catch (...) {
-        detail::logSwallowed("step skipped", where.file_name(), where.line());
+        detail::logSwallowed("step skipped", where.file, where.line);
     }
 }
 
@@ -127,8 +137,7 @@ void resumeNext(Step&& step, const std::source_location where = std::source_loca
 // failure to, and the next handler runs. Connect the result in place of the
 // handler; it passes on as many of the signal's arguments as the handler takes.
 template <typename Handler>
-[[nodiscard]] auto guarded(Handler handler,
-                           const std::source_location where = std::source_location::current())
+[[nodiscard]] auto guarded(Handler handler, const CallSite where = CallSite::here())
 {
     return detail::Guarded<Handler>(std::move(handler), where);
 }
@@ -136,8 +145,7 @@ template <typename Handler>
 // The same for a member function of a form: guarded(this, &frmMain::MNUEDITADD_Click).
 template <typename Object, typename Member>
 requires std::is_member_function_pointer_v<Member>
-[[nodiscard]] auto guarded(Object* object, Member member,
-                           const std::source_location where = std::source_location::current())
+[[nodiscard]] auto guarded(Object* object, Member member, const CallSite where = CallSite::here())
 {
     return guarded(
         [object, member](auto&&... arguments)
