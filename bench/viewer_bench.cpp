@@ -44,6 +44,9 @@ namespace {
 
 constexpr int PictureWidth = 6000;
 constexpr int PictureHeight = 4000;
+// The show's screen (useFullHdScreen).
+constexpr int ScreenWidth = 1920;
+constexpr int ScreenHeight = 1080;
 // Different files, so that each step decodes a picture of its own.
 constexpr int AlbumSize = 4;
 constexpr int StepsPerRun = 40;
@@ -147,26 +150,52 @@ bool showsPicture(const frmScreen& form)
            !form.IMGMAIN->pixmap().isNull();
 }
 
-// The reference: djpeg decoding the whole file, a process of its own.
-void BM_Djpeg(benchmark::State& state)
+// Runs djpeg on the first picture, a process of its own, with `options` before
+// the file's name; its output is thrown away.
+void runDjpeg(benchmark::State& state, std::vector<QByteArray> options)
 {
     const QByteArray djpeg = QFile::encodeName(QStandardPaths::findExecutable(QStringLiteral("djpeg")));
     if (djpeg.isEmpty()) {
         state.SkipWithError("djpeg isn't installed (libjpeg-turbo-progs)");
         return;
     }
-    const QByteArray picture = QFile::encodeName(pictures().first());
-    char* const argv[] = {const_cast<char*>(djpeg.constData()), const_cast<char*>("-outfile"),
-                          const_cast<char*>("/dev/null"), const_cast<char*>(picture.constData()), nullptr};
+    options.insert(options.begin(), {djpeg, "-outfile", "/dev/null"});
+    options.push_back(QFile::encodeName(pictures().first()));
+    std::vector<char*> argv;
+    for (QByteArray& option : options)
+        argv.push_back(option.data());
+    argv.push_back(nullptr);
     for (auto _ : state) {
         pid_t child = 0;
         int status = 0;
-        if (posix_spawn(&child, djpeg.constData(), nullptr, nullptr, argv, environ) != 0 ||
+        if (posix_spawn(&child, djpeg.constData(), nullptr, nullptr, argv.data(), environ) != 0 ||
             waitpid(child, &status, 0) != child || status != 0)
             state.SkipWithError("djpeg failed");
     }
 }
+
+// The references: djpeg decoding the whole file, and only the part that the
+// show's screen shows of it at natural size (the picture's centre).
+void BM_Djpeg(benchmark::State& state)
+{
+    runDjpeg(state, {});
+}
 BENCHMARK(BM_Djpeg)->Unit(benchmark::kMillisecond)->Iterations(3)->Repetitions(7)->ReportAggregatesOnly(true);
+
+void BM_DjpegCrop(benchmark::State& state)
+{
+    const int left = (PictureWidth - ScreenWidth) / 2;
+    const int top = (PictureHeight - ScreenHeight) / 2;
+    runDjpeg(
+        state,
+        {"-crop",
+         QStringLiteral("%1x%2+%3+%4").arg(ScreenWidth).arg(ScreenHeight).arg(left).arg(top).toLatin1()});
+}
+BENCHMARK(BM_DjpegCrop)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(3)
+    ->Repetitions(7)
+    ->ReportAggregatesOnly(true);
 
 // From the show's start to its first picture painted: nothing was decoded ahead.
 void BM_FirstPicture(benchmark::State& state)
@@ -277,8 +306,11 @@ void useFullHdScreen(QTemporaryDir& dir)
     QFile file(config);
     if (!file.open(QIODevice::WriteOnly))
         qFatal("can't write %s", qPrintable(config));
-    file.write(R"({"screens": [{"name": "bench", "x": 0, "y": 0, "width": 1920, "height": 1080,)"
-               R"( "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})");
+    file.write(QStringLiteral(R"({"screens": [{"name": "bench", "x": 0, "y": 0, "width": %1, "height": %2,)"
+                              R"( "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})")
+                   .arg(ScreenWidth)
+                   .arg(ScreenHeight)
+                   .toUtf8());
     qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + QFile::encodeName(config));
 }
 
