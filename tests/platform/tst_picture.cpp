@@ -194,6 +194,20 @@ private slots:
                 }
             QCOMPARE(red, 4);
         }
+
+        // Cut inside a run, after its count: the decoder would take the run's
+        // colour from a byte it never read, so each decode gave other pixels.
+        // Behind the file's end it reads zeros: four pixels of colour 0.
+        bmp.chop(3);
+        writeFile(path, bmp);
+        const QImage cut = platform::LoadPicture(path);
+        QCOMPARE(cut.size(), QSize(64, 48));
+        QCOMPARE(cut.format(), QImage::Format_Indexed8);
+        for (int y = 0; y < cut.height(); ++y)
+            for (int x = 0; x < cut.width(); ++x)
+                QVERIFY2(cut.constScanLine(y)[x] == 0,
+                         qPrintable(
+                             QStringLiteral("index %1 at %2,%3").arg(cut.constScanLine(y)[x]).arg(x).arg(y)));
     }
 };
 

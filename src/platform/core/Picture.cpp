@@ -3,6 +3,7 @@
 #include "platform/core/Error.h"
 #include "platform/core/FileNames.h"
 
+#include <QBuffer>
 #include <QFile>
 #include <QImageReader>
 
@@ -154,6 +155,8 @@ struct PictureFile {
     QFile file;
     QImageReader reader;
     FileStamp stamp;
+    // A run-length bitmap's bytes with zeros behind them (see padRunLength).
+    QBuffer padded;
 
     explicit PictureFile(const QString& path)
     {
@@ -167,6 +170,26 @@ struct PictureFile {
         limitAllocations();
         ensureRoomFor(QSize());
         reader.setDevice(&file);
+        reader.setAutoTransform(true);
+    }
+
+    // The decoder reads a run that the file ends in the middle of into a byte it
+    // never set, so two decodes of such a file differ. Behind the file's own bytes
+    // it finds zeros instead: each pair of them ends a row, so the decoder stops
+    // at the picture's last row as a whole file would have it stop, the same way
+    // every time. A file too big to hold beside its picture is decoded as it is.
+    void padRunLength(qint64 rows)
+    {
+        const qint64 size = file.size();
+        if (size > qint64(PictureAllocationLimitMiB) << 20 || rows > qint64(PictureAllocationLimitMiB) << 20)
+            return;
+        QByteArray bytes(size + 2 * rows + 16, '\0');
+        if (::pread(file.handle(), bytes.data(), size_t(size), 0) != size)
+            return;
+        padded.setData(bytes);
+        if (!padded.open(QIODevice::ReadOnly))
+            return;
+        reader.setDevice(&padded);
         reader.setAutoTransform(true);
     }
 
@@ -186,6 +209,7 @@ struct PictureFile {
                     if (image.isNull())
                         throw Error(err::OutOfMemory);
                     image.fill(0);
+                    padRunLength(bmp->height);
                 }
             }
         }
