@@ -181,7 +181,8 @@ struct PictureFile {
     void padRunLength(qint64 rows)
     {
         const qint64 size = file.size();
-        if (size > qint64(PictureAllocationLimitMiB) << 20 || rows > qint64(PictureAllocationLimitMiB) << 20)
+        // The rows are bounded already: the picture passed the allocation limit.
+        if (size > qint64(PictureAllocationLimitMiB) << 20)
             return;
         QByteArray bytes(size + 2 * rows + 16, '\0');
         if (::pread(file.handle(), bytes.data(), size_t(size), 0) != size)
