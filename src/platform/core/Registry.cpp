@@ -266,6 +266,10 @@ struct Registry::Impl {
     bool checked = false;
     bool damaged = false;
     uint64_t failedReads = 0;
+    // How many ReadTogether objects live, and whether their read transaction is
+    // open on this connection.
+    int readersTogether = 0;
+    bool readTransaction = false;
     // The key paths used last, ready folded: adding a folder writes the album's
     // count and then a slot for each of its pictures, and folding the paths anew
     // each time would cost about as much as the look-up itself.
@@ -296,6 +300,7 @@ struct Registry::Impl {
         statements.clear();
         sqlite3_close_v2(db);
         db = nullptr;
+        readTransaction = false;
         writable = false;
         schemaReady = false;
         checked = false;
@@ -392,17 +397,33 @@ struct Registry::Impl {
     }
 
     // The connection for a read; nullptr when there is no store or it can't be read.
+    // Within a ReadTogether the first read opens the transaction the others share.
     sqlite3* reader()
     {
-        if (db)
-            return db;
-        const QString path = databasePath();
-        if (path.isEmpty() || !QFileInfo::exists(path))
-            return nullptr;
-        OpenFailure failure;
-        if (!open(path, false, &failure))
-            ++failedReads;
+        if (!db) {
+            const QString path = databasePath();
+            if (path.isEmpty() || !QFileInfo::exists(path))
+                return nullptr;
+            OpenFailure failure;
+            if (!open(path, false, &failure))
+                ++failedReads;
+        }
+        // A read that fails may end the transaction (SQLite rolls it back): the
+        // next read opens another.
+        if (db && readersTogether > 0 && sqlite3_get_autocommit(db))
+            readTransaction = sqlite3_exec(db, "BEGIN", nullptr, nullptr, nullptr) == SQLITE_OK;
         return db;
+    }
+
+    // Ends the read transaction of a ReadTogether, if one is open.
+    void endReadTransaction()
+    {
+        if (!readTransaction)
+            return;
+        readTransaction = false;
+        if (db && !sqlite3_get_autocommit(db) &&
+            sqlite3_exec(db, "COMMIT", nullptr, nullptr, nullptr) != SQLITE_OK)
+            sqlite3_exec(db, "ROLLBACK", nullptr, nullptr, nullptr);
     }
 
     // The connection for a write, creating the folder and the file if need be.
@@ -566,6 +587,8 @@ void Registry::setValue(uint32_t root, const QString& keyPath, const QString& na
     if (root != HKEY_CURRENT_USER)
         throw Error(err::PathFileAccess, QStringLiteral("Unknown root key %1").arg(root, 0, 16));
 
+    // A write is a transaction of its own, never part of the reads' one.
+    impl_->endReadTransaction();
     sqlite3* db = impl_->writer();
     const QString what = QStringLiteral("Cannot write the settings store");
     // IMMEDIATE takes the write lock at once, so a second program waits here
@@ -609,6 +632,18 @@ void Registry::setValue(uint32_t root, const QString& keyPath, const QString& na
         throw;
     }
     impl_->schemaReady = true;
+}
+
+Registry::ReadTogether::ReadTogether()
+{
+    ++instance().impl_->readersTogether;
+}
+
+Registry::ReadTogether::~ReadTogether()
+{
+    Impl& impl = *instance().impl_;
+    if (--impl.readersTogether == 0)
+        impl.endReadTransaction();
 }
 
 void Registry::reopen()

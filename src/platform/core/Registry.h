@@ -59,6 +59,19 @@ public:
     // (HKEY_LOCAL_MACHINE is read-only).
     void setValue(uint32_t root, const QString& keyPath, const QString& name, const RegistryValue& value);
 
+    // While a ReadTogether lives, the reads of HKEY_CURRENT_USER share one read
+    // transaction: they see one state of the store, and the store's locks are taken
+    // once instead of at every read. Another program still reads and writes the
+    // store meanwhile. A write ends the shared transaction before its own, so every
+    // write stays its own transaction; the reads after it start a new one.
+    class ReadTogether {
+    public:
+        ReadTogether();
+        ~ReadTogether();
+        ReadTogether(const ReadTogether&) = delete;
+        ReadTogether& operator=(const ReadTogether&) = delete;
+    };
+
     // Closes the connection, so that the next call opens the database anew, with
     // the database path of the environment at that time. For tests.
     void reopen();
