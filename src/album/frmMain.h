@@ -137,6 +137,9 @@ private:
     void loadAlbum();
     int32_t nextFreeSlot() const;
     void appendToAlbumList(const QString& path, int32_t slot);
+    // Lists stored pictures (slot, path) after the items there, as
+    // appendToAlbumList would one by one.
+    void appendStoredToAlbumList(const QList<std::pair<int32_t, QString>>& pictures);
     // Writes a picture into its slot of the stored album and makes that slot "Items".
     void storeInAlbum(int32_t slot, const QString& path);
     // Whether the list holds the whole stored album; reads it again if a read of it

@@ -26,18 +26,33 @@
 #include "settings/AlbumStore.h"
 
 #include <QAction>
-#include <QTime>
+#include <QDateTime>
 
 using platform::resumeNext;
 
 namespace {
 
+// The local time of day as "HH:mm:ss". Local time looks the time zone up again at
+// each call (a read of /etc/localtime), which for thousands of keys costs more
+// than listing them; the text is made anew only when the second changes.
+QString timeOfDayText()
+{
+    static qint64 madeInSecond = -1;
+    static QString text;
+    const qint64 now = QDateTime::currentMSecsSinceEpoch();
+    const qint64 second = now / 1000;
+    if (second != madeInSecond) {
+        text = QDateTime::fromMSecsSinceEpoch(now).time().toString(QStringLiteral("HH:mm:ss"));
+        madeInSecond = second;
+    }
+    return text;
+}
+
 // Keys of the selected list: "m", the position and the time of day, so that a
 // position used again after a removal gets a key of its own.
 QString selectedItemKey(int16_t position)
 {
-    return QStringLiteral("m") + QString::number(position) +
-           QTime::currentTime().toString(QStringLiteral("HH:mm:ss"));
+    return QStringLiteral("m") + QString::number(position) + timeOfDayText();
 }
 
 // The stored album as far as it could be read: each picture with its slot, in
@@ -53,6 +68,8 @@ StoredAlbum readStoredAlbum()
     const platform::Registry& store = platform::Registry::instance();
     const uint64_t failuresBefore = store.failedReads();
     StoredAlbum album;
+    // One snapshot of the store for the count and all the slots.
+    const platform::Registry::ReadTogether together;
     resumeNext([&] { album.items = platform::toInt32(AlbumStore::count()); });
     // Slots above the highest one stored read as blank: the loop stops there.
     const int32_t lastSlot = album.items == 0 ? 0 : std::min(album.items, AlbumStore::highestSlot());
@@ -77,6 +94,27 @@ void frmMain::appendToAlbumList(const QString& path, int32_t slot)
     resumeNext([&] { NEXTINDEX = platform::toInt16(NEXTINDEX + 1.0); });
 }
 
+void frmMain::appendStoredToAlbumList(const QList<std::pair<int32_t, QString>>& pictures)
+{
+    // One insertion needs the positions to follow the list's end and stay within
+    // what an album holds; otherwise the pictures go in one by one.
+    const int32_t count = LSTSELECTED->ListItems().Count();
+    if (NEXTINDEX != count + 1 || count + pictures.size() > MaxListItems) {
+        for (const auto& [slot, path] : pictures)
+            appendToAlbumList(path, slot);
+        return;
+    }
+    QList<platform::ListView::NewItem> items;
+    items.reserve(pictures.size());
+    for (const auto& [slot, path] : pictures) {
+        items.append({selectedItemKey(NEXTINDEX), path, QStringLiteral("FILE"), slot});
+        // NEXTINDEX is 16-bit: it stops at the last position, as one by one.
+        if (NEXTINDEX < MaxListItems)
+            ++NEXTINDEX;
+    }
+    resumeNext([&] { LSTSELECTED->ListItems().AddAll(items); });
+}
+
 void frmMain::storeInAlbum(int32_t slot, const QString& path)
 {
     // The count first, then the picture: a crash between the two leaves a blank
@@ -99,8 +137,7 @@ bool frmMain::albumReadable()
     LSTSELECTED->ListItems().Clear();
     NEXTINDEX = 1;
     albumUnread = false;
-    for (const auto& [slot, path] : stored.pictures)
-        appendToAlbumList(path, slot);
+    appendStoredToAlbumList(stored.pictures);
     for (const QString& path : addedMeanwhile) {
         if (LSTSELECTED->ListItems().Count() >= MaxListItems)
             break;
@@ -229,8 +266,7 @@ void frmMain::loadAlbum()
     albumUnread = !stored.complete;
     STOREDITEMS = stored.items;
     NEXTINDEX = 1;
-    for (const auto& [slot, path] : stored.pictures)
-        appendToAlbumList(path, slot);
+    appendStoredToAlbumList(stored.pictures);
     commands_.setEnabled(QStringLiteral("RUN"), !stored.pictures.isEmpty());
     if (stored.pictures.isEmpty()) {
         SELECTCHK();

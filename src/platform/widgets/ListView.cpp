@@ -68,8 +68,12 @@ void ListView::Items::AddAll(const QList<NewItem>& items)
 {
     QList<QTreeWidgetItem*> made;
     made.reserve(items.size());
-    for (const NewItem& item : items)
+    for (const NewItem& item : items) {
         made.append(view_->newItem(item.key, item.text, item.smallIcon));
+        // An item without a Tag reads as 0 all the same.
+        if (item.tag != 0)
+            made.back()->setData(0, TagRole, item.tag);
+    }
     view_->addTopLevelItems(made);
 }
 

@@ -38,11 +38,12 @@ public:
         QTreeWidgetItem* item_ = nullptr;
     };
 
-    // An item to add: its key, text and small icon key.
+    // An item to add: its key, text, small icon key and Tag.
     struct NewItem {
         QString key;
         QString text;
         QString smallIcon;
+        qint64 tag = 0;
     };
 
     class Items {
