@@ -72,7 +72,10 @@ void frmMain::Form_Load()
         const auto settled = qScopeGuard([this] { keepStoredFolder = false; });
         FTVBROWSE->setSelectedfolder(folder);
     });
-    resumeNext([&] { FLBFOUND.setPattern(picturePattern()); });
+    // A change of folder above has set the pattern and listed the folder with it
+    // already; setting it again would list a big folder a second time.
+    if (FLBFOUND.Pattern() != picturePattern())
+        resumeNext([&] { FLBFOUND.setPattern(picturePattern()); });
     loadAlbum();
     resumeNext([&] { clsLibrary::instance().FORMLOAD(platform::App::Title(), this, true); });
     resumeNext([&] { twips(PICBAR2).setLeft(platform::toFloat(album::SplitterLeft.read())); });
