@@ -58,6 +58,7 @@ private slots:
     void namesCompareWithoutCase();
     void writeCreatesEveryKeyAbove();
     void otherProgramReadsWhileThisOneWrites();
+    void readsTogetherSeeOneStateButNoWriteWaits();
     void unusableStoreIsLeftAlone_data();
     void unusableStoreIsLeftAlone();
     void machineRoot();
@@ -129,6 +130,31 @@ void tst_Registry::otherProgramReadsWhileThisOneWrites()
     registry.setValue(HKEY_CURRENT_USER, Items, QStringLiteral("Items"), text("2"));
     QVERIFY(other.exec("COMMIT"));
     QCOMPARE(other.value("SELECT data FROM reg_value"), QStringLiteral("2"));
+}
+
+// Reads that share a transaction see the store as it was at the first of them,
+// while another program writes it. A write among them is a transaction of its
+// own: it is in the file at once, and the reads after it see it.
+void tst_Registry::readsTogetherSeeOneStateButNoWriteWaits()
+{
+    TempStore store;
+    Registry& registry = Registry::instance();
+    const QString name = QStringLiteral("Items");
+    const auto stored = [&] { return registry.queryValue(HKEY_CURRENT_USER, Items, name)->data; };
+    registry.setValue(HKEY_CURRENT_USER, Items, name, text("1"));
+    OtherProgram other(store.databasePath());
+    {
+        const Registry::ReadTogether together;
+        QCOMPARE(stored(), QByteArray("1"));
+        QVERIFY(other.exec("UPDATE reg_value SET data = CAST('2' AS BLOB)"));
+        QCOMPARE(stored(), QByteArray("1"));
+
+        registry.setValue(HKEY_CURRENT_USER, Items, name, text("3"));
+        QCOMPARE(other.value("SELECT data FROM reg_value"), QStringLiteral("3"));
+        QCOMPARE(stored(), QByteArray("3"));
+        QVERIFY(other.exec("UPDATE reg_value SET data = CAST('4' AS BLOB)"));
+    }
+    QCOMPARE(stored(), QByteArray("4"));
 }
 
 void tst_Registry::unusableStoreIsLeftAlone_data()
