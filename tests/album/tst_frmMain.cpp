@@ -282,6 +282,12 @@ private slots:
         const QStringList before = texts(form->LSTSELECTED);
         form = restart();
         QCOMPARE(texts(form->LSTSELECTED), before);
+
+        // Pictures added after a start go behind the stored ones, in the list as in the store.
+        form->ADDALL();
+        QCOMPARE(texts(form->LSTSELECTED),
+                 before + QStringList({dir.filePath("a.jpg"), dir.filePath("b.gif"), dir.filePath("c.bmp")}));
+        QCOMPARE(items(), QStringLiteral("8"));
     }
 
     void removeLeavesAHoleThatNeverComesBack()
