@@ -33,7 +33,7 @@ using platform::resumeNext;
 namespace {
 
 // The local time of day as "HH:mm:ss". Local time looks the time zone up again at
-// each call (a read of /etc/localtime), which for thousands of keys costs more
+// each call (a look at /etc/localtime), which for thousands of keys costs more
 // than listing them; the text is made anew only when the second changes.
 QString timeOfDayText()
 {
