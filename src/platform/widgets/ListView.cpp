@@ -2,6 +2,7 @@
 
 #include "platform/core/Error.h"
 #include "platform/widgets/ImageList.h"
+#include "platform/widgets/ListViewRow.h"
 #include "platform/widgets/Screen.h"
 
 #include <QHeaderView>
@@ -9,8 +10,8 @@
 namespace platform {
 
 namespace {
-constexpr int KeyRole = Qt::UserRole;
-constexpr int TagRole = Qt::UserRole + 1;
+constexpr int KeyRole = ListViewRow::KeyRole;
+constexpr int TagRole = ListViewRow::TagRole;
 } // namespace
 
 ListView::ListView(const QString& columnHeader, QWidget* parent) : QTreeWidget(parent)
@@ -59,7 +60,7 @@ ListView::ListItem ListView::Items::Add(int32_t index, const QString& key, const
 {
     if (index < 1 || index > Count() + 1)
         throw Error(err::SubscriptOutOfRange, QStringLiteral("Index out of bounds"));
-    QTreeWidgetItem* item = view_->newItem(key, text, smallIcon);
+    QTreeWidgetItem* item = new ListViewRow(key, text, view_->smallIcon(smallIcon));
     view_->insertTopLevelItem(index - 1, item);
     return ListItem(view_, item);
 }
@@ -68,8 +69,16 @@ void ListView::Items::AddAll(const QList<NewItem>& items)
 {
     QList<QTreeWidgetItem*> made;
     made.reserve(items.size());
-    for (const NewItem& item : items)
-        made.append(view_->newItem(item.key, item.text, item.smallIcon));
+    // The rows of a list mostly share one icon: it is looked up once for them.
+    QString iconKey;
+    QVariant icon = view_->smallIcon(iconKey);
+    for (const NewItem& item : items) {
+        if (item.smallIcon != iconKey) {
+            iconKey = item.smallIcon;
+            icon = view_->smallIcon(iconKey);
+        }
+        made.append(new ListViewRow(item.key, item.text, icon));
+    }
     view_->addTopLevelItems(made);
 }
 
@@ -98,13 +107,11 @@ ListView::ListItem ListView::Items::operator()(int32_t index) const
     return ListItem(view_, view_->itemAt(index));
 }
 
-QTreeWidgetItem* ListView::newItem(const QString& key, const QString& text, const QString& smallIcon) const
+QVariant ListView::smallIcon(const QString& key) const
 {
-    auto* item = new QTreeWidgetItem({text});
-    item->setData(0, KeyRole, key);
-    if (smallIcons_ && !smallIcon.isEmpty())
-        item->setIcon(0, smallIcons_->image(smallIcon));
-    return item;
+    if (!smallIcons_ || key.isEmpty())
+        return QVariant();
+    return smallIcons_->image(key);
 }
 
 QTreeWidgetItem* ListView::itemAt(int32_t index) const

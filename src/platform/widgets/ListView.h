@@ -77,7 +77,8 @@ public:
 
 private:
     QTreeWidgetItem* itemAt(int32_t index) const;
-    QTreeWidgetItem* newItem(const QString& key, const QString& text, const QString& smallIcon) const;
+    // The small icon of a key as a row holds it: no value without an image list or a key.
+    QVariant smallIcon(const QString& key) const;
     const ImageList* smallIcons_ = nullptr;
     float columnTwips_ = -1;
 };
