@@ -2,43 +2,60 @@
 
 namespace platform {
 
-ListViewRow::ListViewRow(const QString& key, const QString& text, const QVariant& icon)
-    : QTreeWidgetItem(UserType), text_(text), icon_(icon), key_(key)
+namespace {
+
+// Sets a member to a value; false when it held that value already.
+template <typename T> bool change(T& member, const T& value)
 {
+    if (member == value)
+        return false;
+    member = value;
+    return true;
 }
 
-const QVariant* ListViewRow::member(int column, int role) const
+bool change(QVariant& member, const QVariant& value)
 {
-    if (column != 0)
-        return nullptr;
-    switch (role) {
-    case Qt::DisplayRole:
-    case Qt::EditRole: return &text_;
-    case Qt::DecorationRole: return &icon_;
-    case KeyRole: return &key_;
-    case TagRole: return &tag_;
-    default: return nullptr;
-    }
+    if (member == value && member.isValid() == value.isValid())
+        return false;
+    member = value;
+    return true;
+}
+
+} // namespace
+
+ListViewRow::ListViewRow(const QString& key, const QString& text, const QVariant& icon)
+    : QTreeWidgetItem(UserType), text_(text), key_(key), icon_(icon)
+{
 }
 
 QVariant ListViewRow::data(int column, int role) const
 {
-    if (const QVariant* value = member(column, role))
-        return *value;
+    if (column == 0) {
+        switch (role) {
+        case Qt::DisplayRole:
+        case Qt::EditRole: return text_;
+        case Qt::DecorationRole: return icon_;
+        case KeyRole: return key_;
+        case TagRole: return tag_;
+        default: break;
+        }
+    }
     return QTreeWidgetItem::data(column, role);
 }
 
 void ListViewRow::setData(int column, int role, const QVariant& value)
 {
-    auto* own = const_cast<QVariant*>(member(column, role));
-    if (!own) {
-        QTreeWidgetItem::setData(column, role, value);
-        return;
+    bool changed = false;
+    switch (column == 0 ? role : -1) {
+    case Qt::DisplayRole:
+    case Qt::EditRole: changed = change(text_, value.toString()); break;
+    case Qt::DecorationRole: changed = change(icon_, value); break;
+    case KeyRole: changed = change(key_, value.toString()); break;
+    case TagRole: changed = change(tag_, value); break;
+    default: QTreeWidgetItem::setData(column, role, value); return;
     }
-    if (*own == value && own->isValid() == value.isValid())
-        return;
-    *own = value;
-    emitDataChanged();
+    if (changed)
+        emitDataChanged();
 }
 
 } // namespace platform

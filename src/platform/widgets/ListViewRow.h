@@ -1,14 +1,15 @@
 #pragma once
 
+#include <QString>
 #include <QTreeWidgetItem>
 #include <QVariant>
 
 namespace platform {
 
-// A row of a ListView. A plain QTreeWidgetItem keeps its values in lists of its
-// own, several allocations a row; a found list of thousands of pictures holds the
-// single column's text, small icon, key and tag in members instead. Other columns
-// and roles are kept as a QTreeWidgetItem keeps them.
+// A row of a ListView. A plain QTreeWidgetItem keeps its values in lists of
+// variants of its own, several allocations a row; a found list of thousands of
+// pictures holds the single column's text and key (as text), small icon and tag in
+// members instead. Other columns and roles are kept as a QTreeWidgetItem keeps them.
 class ListViewRow : public QTreeWidgetItem {
 public:
     static constexpr int KeyRole = Qt::UserRole;
@@ -21,12 +22,9 @@ public:
     void setData(int column, int role, const QVariant& value) override;
 
 private:
-    // The member that holds a role of the first column, or null.
-    const QVariant* member(int column, int role) const;
-
-    QVariant text_;
+    QString text_;
+    QString key_;
     QVariant icon_;
-    QVariant key_;
     QVariant tag_;
 };
 
