@@ -1,7 +1,7 @@
+#include "platform/core/Error.h"
 #include "platform/widgets/ImageList.h"
 #include "platform/widgets/ListView.h"
 
-#include <QSignalSpy>
 #include <QTest>
 
 using namespace platform;
@@ -10,7 +10,7 @@ class tst_ListView : public QObject {
     Q_OBJECT
 private slots:
     void rowsKeepTheirValues();
-    void shownChangesReachTheView();
+    void removalsAndClearing();
 };
 
 void tst_ListView::rowsKeepTheirValues()
@@ -29,25 +29,33 @@ void tst_ListView::rowsKeepTheirValues()
     QCOMPARE(list.ListItems()(2).Key(), QStringLiteral("K"));
     QCOMPARE(list.ListItems()(2).Tag(), 7);
     QCOMPARE(list.ListItems()(3).Tag(), 0);
-    QCOMPARE(list.ListItems()(3).Index(), 3);
+    QCOMPARE(list.model()->headerData(0, Qt::Horizontal).toString(), QStringLiteral("Images"));
     // A row with an icon key shows the image; one without shows none at all.
-    QCOMPARE(list.topLevelItem(0)->icon(0).pixmap(16).toImage().pixelColor(0, 0), QColor(Qt::red));
+    const QIcon shown = list.model()->index(0, 0).data(Qt::DecorationRole).value<QIcon>();
+    QCOMPARE(shown.pixmap(16).toImage().pixelColor(0, 0), QColor(Qt::red));
     QVERIFY(!list.model()->index(2, 0).data(Qt::DecorationRole).isValid());
-    // Roles the list doesn't use are kept as a plain item keeps them.
-    list.topLevelItem(0)->setToolTip(0, "tip");
-    QCOMPARE(list.topLevelItem(0)->toolTip(0), QStringLiteral("tip"));
+    QCOMPARE(list.model()->index(2, 0).data().toString(), QStringLiteral("two.jpg"));
 }
 
-void tst_ListView::shownChangesReachTheView()
+void tst_ListView::removalsAndClearing()
 {
     ListView list("Images");
-    list.ListItems().Add("M1", "one.jpg", "");
-    QSignalSpy changed(list.model(), &QAbstractItemModel::dataChanged);
-    list.topLevelItem(0)->setText(0, "renamed.jpg");
-    QCOMPARE(changed.count(), 1);
-    QCOMPARE(list.model()->index(0, 0).data().toString(), QStringLiteral("renamed.jpg"));
-    list.topLevelItem(0)->setText(0, "renamed.jpg"); // unchanged: no signal
-    QCOMPARE(changed.count(), 1);
+    list.ListItems().AddAll({{"M1", "one.jpg", ""}, {"M2", "two.jpg", ""}, {"M3", "three.jpg", ""}});
+    list.setCurrentIndex(list.model()->index(2, 0));
+    list.ListItems()(1).setSelected(true);
+    QVERIFY(list.ListItems()(1).Selected() && list.ListItems()(3).Selected());
+    QVERIFY(!list.ListItems()(2).Selected());
+
+    list.ListItems().Remove(1);
+    QCOMPARE(list.SelectedItem().Text(), QStringLiteral("three.jpg"));
+    QCOMPARE(list.SelectedItem().Index(), 2);
+    QVERIFY_THROWS_EXCEPTION(Error, list.ListItems().Remove(3));
+    QVERIFY_THROWS_EXCEPTION(Error, list.ListItems()(0));
+
+    list.ListItems().Clear();
+    QCOMPARE(list.ListItems().Count(), 0);
+    QVERIFY(list.SelectedItem().isNull());
+    QVERIFY(!list.selectionModel()->hasSelection());
 }
 
 QTEST_MAIN(tst_ListView)
