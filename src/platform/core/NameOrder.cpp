@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <cstring>
 #include <numeric>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -24,13 +25,16 @@ namespace platform {
 
 namespace {
 
-QCollator fileManagerCollator()
+QLocale collatorLocale()
 {
     // Qt's collator compares plain code points in the "C" locale, ignoring case and
     // numeric mode; the neutral order of English (the root order) keeps both.
-    QLocale locale;
-    if (locale.language() == QLocale::C)
-        locale = QLocale(QLocale::English);
+    const QLocale locale;
+    return locale.language() == QLocale::C ? QLocale(QLocale::English) : locale;
+}
+
+QCollator fileManagerCollator(const QLocale& locale)
+{
     QCollator collator(locale);
     collator.setCaseSensitivity(Qt::CaseInsensitive);
     collator.setNumericMode(true);
@@ -142,8 +146,21 @@ void sortBySortKeys(std::vector<size_t>& order, const QCollator& collator, const
 
 std::vector<size_t> fileManagerOrder(const std::vector<QString>& names, const std::vector<const char*>& bytes)
 {
-    const QCollator collator = fileManagerCollator();
-    const StandInKey standIn(collator);
+    // The collator and the ranks of the ASCII characters (a thousand collator calls)
+    // are kept for the next listing while the user's language stays the same.
+    struct Ordering {
+        QLocale locale;
+        QCollator collator;
+        StandInKey standIn;
+    };
+    thread_local std::optional<Ordering> ordering;
+    const QLocale locale = collatorLocale();
+    if (!ordering || ordering->locale != locale) {
+        const QCollator made = fileManagerCollator(locale);
+        ordering.emplace(Ordering{locale, made, StandInKey(made)});
+    }
+    const QCollator& collator = ordering->collator;
+    const StandInKey& standIn = ordering->standIn;
     std::string keys;
     std::vector<size_t> starts;
     starts.reserve(names.size() + 1);
