@@ -13,6 +13,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
+#include <malloc.h>
 #include <mutex>
 #include <optional>
 #include <sys/stat.h>
@@ -50,12 +51,25 @@ int openRegularFile(const QString& path, struct stat* st)
     return fd;
 }
 
-// The limit is one setting for the whole process; it is set once, so that a
-// decode on a worker thread never reads it while another thread writes it.
+// A block this large or larger is mapped from the system for itself and given
+// back when it is freed.
+constexpr int MappedBlockBytes = 1 << 20;
+
+// The settings of the whole process for pictures, made once, so that a decode on
+// a worker thread never reads one while another thread writes it: the decoders'
+// allocation limit, and pictures in memory of their own. The C library's
+// allocator would raise its threshold for mapping to the largest block freed so
+// far, and from then on keep freed pictures for later use: the show, which lets
+// a picture go at every step, would hold a picture or two more than it uses.
 void limitAllocations()
 {
     static std::once_flag once;
-    std::call_once(once, [] { QImageReader::setAllocationLimit(PictureAllocationLimitMiB); });
+    std::call_once(once, [] {
+        QImageReader::setAllocationLimit(PictureAllocationLimitMiB);
+#ifdef __GLIBC__
+        mallopt(M_MMAP_THRESHOLD, MappedBlockBytes);
+#endif
+    });
 }
 
 // Whether a whole picture of this stored size and format passes the decoder's
