@@ -29,6 +29,17 @@ QRect partFor(QSize size, size_t hash)
     return QRect(left, top, width, height);
 }
 
+// An indexed picture may hold indexes past its colour table: the conversion to
+// the screen's format gives those one fixed colour, but comparing two indexed
+// pictures would read past their tables. A table of every index holds them.
+QImage withEveryIndex(QImage image)
+{
+    if (image.format() == QImage::Format_Mono || image.format() == QImage::Format_MonoLSB ||
+        image.format() == QImage::Format_Indexed8)
+        image.setColorCount(1 << image.depth());
+    return image;
+}
+
 struct Outcome {
     bool loaded = false;
     int error = 0;
@@ -89,11 +100,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         FUZZ_CHECK(part.image.isNull(), "pixels for an empty part");
     } else {
         FUZZ_CHECK(part.image.size() == part.part.size(), "the part's pixels don't fill it");
-        // Compared as the screen gets them, in a 32-bit format: an indexed picture
-        // may hold indexes past its colour table, which the conversion gives one
-        // fixed colour, while comparing two indexed pictures reads past their tables.
-        const QImage expected = whole.copy(part.part).convertToFormat(QImage::Format_ARGB32);
-        FUZZ_CHECK(part.image.convertToFormat(QImage::Format_ARGB32) == expected,
+        const QImage expected = withEveryIndex(whole.copy(part.part));
+        FUZZ_CHECK(withEveryIndex(std::move(part.image)).convertToFormat(expected.format()) == expected,
                    "the part's pixels differ from the whole picture's (%dx%d at %d,%d of %dx%d)",
                    part.part.width(), part.part.height(), part.part.x(), part.part.y(), whole.width(),
                    whole.height());
