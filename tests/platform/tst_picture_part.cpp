@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr QSize Size(517, 391); // no multiple of the blocks, wider than a cut's margins
+constexpr QSize Size(613, 457); // no multiple of the blocks; whole, large enough to be mapped
 
 // How a test picture is coded: 1, 3 or 4 components, the colour space stored, the
 // sampling of the first component, and options.

@@ -50,6 +50,8 @@ QImage mappedImage(QSize size, QImage::Format format)
     // Whole pages, so that the mapping ends on a page's boundary.
     const size_t page = size_t(::sysconf(_SC_PAGESIZE));
     const size_t bytes = (size_t(bytesPerLine) * size_t(size.height()) + page - 1) / page * page;
+    if (bytes < size_t(MappedBlockBytes))
+        return QImage(size, format);
     void* pixels = mapAligned(bytes);
     if (!pixels)
         return QImage();

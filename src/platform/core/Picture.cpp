@@ -3,6 +3,7 @@
 #include "platform/core/Error.h"
 #include "platform/core/FileNames.h"
 #include "platform/core/JpegRegion.h"
+#include "platform/core/MappedImage.h"
 
 #include <QBuffer>
 #include <QFile>
@@ -50,10 +51,6 @@ int openRegularFile(const QString& path, struct stat* st)
     ::fcntl(fd, F_SETFL, ::fcntl(fd, F_GETFL) & ~O_NONBLOCK);
     return fd;
 }
-
-// A block this large or larger is mapped from the system for itself and given
-// back when it is freed.
-constexpr int MappedBlockBytes = 1 << 20;
 
 // The settings of the whole process for pictures, made once, so that a decode on
 // a worker thread never reads one while another thread writes it: the decoders'
