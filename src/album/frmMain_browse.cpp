@@ -8,7 +8,21 @@
 #include "platform/widgets/FolderTree.h"
 #include "platform/widgets/ListView.h"
 
+#include <charconv>
+
 using platform::resumeNext;
+
+namespace {
+
+// The key of the found list's row i: "M" and the number.
+QString foundKey(int16_t i)
+{
+    char key[8] = {'M'};
+    const char* end = std::to_chars(key + 1, key + sizeof key, i).ptr;
+    return QString::fromLatin1(key, end - key);
+}
+
+} // namespace
 
 void frmMain::FTVBROWSE_FolderChanged(const QString& path)
 {
@@ -18,11 +32,12 @@ void frmMain::FTVBROWSE_FolderChanged(const QString& path)
     resumeNext([&] { FLBFOUND.setPattern(picturePattern()); });
     // The rows go into the list in one insertion.
     resumeNext([&] {
+        const int16_t count = FLBFOUND.ListCount();
         QList<platform::ListView::NewItem> found;
-        found.reserve(FLBFOUND.ListCount());
-        for (int16_t i = 1; i <= FLBFOUND.ListCount(); ++i) {
-            found.append(
-                {QStringLiteral("M") + QString::number(i), FLBFOUND.List(i - 1), QStringLiteral("FILE")});
+        found.reserve(count);
+        const QString icon = QStringLiteral("FILE");
+        for (int16_t i = 1; i <= count; ++i) {
+            found.append({foundKey(i), FLBFOUND.List(i - 1), icon});
             if (i == MaxListItems)
                 break;
         }

@@ -294,7 +294,7 @@ private slots:
         form->ADDALL();
 
         showAndFocus(form, form->LSTSELECTED);
-        form->LSTSELECTED->setCurrentItem(form->LSTSELECTED->topLevelItem(1));
+        form->LSTSELECTED->setCurrentIndex(form->LSTSELECTED->model()->index(1, 0));
         QTest::keyClick(form->LSTSELECTED, Qt::Key_Delete, Qt::ControlModifier);
 
         QCOMPARE(texts(form->LSTSELECTED),
@@ -308,7 +308,7 @@ private slots:
         form = restart();
         QCOMPARE(texts(form->LSTSELECTED),
                  QStringList({dir.filePath("a.jpg"), dir.filePath("c.jpg"), dir.filePath("d.jpg")}));
-        form->LSTSELECTED->setCurrentItem(form->LSTSELECTED->topLevelItem(1));
+        form->LSTSELECTED->setCurrentIndex(form->LSTSELECTED->model()->index(1, 0));
         form->CLEAR();
         QCOMPARE(slot(3), QString());
         QCOMPARE(slot(4), dir.filePath("d.jpg"));
@@ -325,7 +325,7 @@ private slots:
         // Removing the last pictures one by one, the next add takes the blank
         // slots at the end again.
         while (form->LSTSELECTED->ListItems().Count() > 0) {
-            form->LSTSELECTED->setCurrentItem(form->LSTSELECTED->topLevelItem(0));
+            form->LSTSELECTED->setCurrentIndex(form->LSTSELECTED->model()->index(0, 0));
             form->CLEAR();
         }
         form->LVWFOUND->ListItems()(2).setSelected(true);
@@ -437,7 +437,7 @@ private slots:
         frmMain* form = start();
         form->FTVBROWSE->setSelectedfolder(dir.path());
         showAndFocus(form, form->LVWFOUND);
-        form->LVWFOUND->setCurrentItem(form->LVWFOUND->topLevelItem(0));
+        form->LVWFOUND->setCurrentIndex(form->LVWFOUND->model()->index(0, 0));
 
         QSize previewed;
         QTimer::singleShot(0, this, [&] {
@@ -471,7 +471,7 @@ private slots:
         // Remove from the menu runs the enable check too: the last one gone
         // turns the remove pair and Run off.
         for (int i = 0; i < 2; ++i) {
-            form->LSTSELECTED->setCurrentItem(form->LSTSELECTED->topLevelItem(0));
+            form->LSTSELECTED->setCurrentIndex(form->LSTSELECTED->model()->index(0, 0));
             popup.MNUSELECTEDCLEAR->trigger();
         }
         QVERIFY(!commandEnabled(form, "REMOVE", form->MNUEDITREMOVE));

@@ -51,7 +51,7 @@ class tst_frmMain_commands : public QObject {
         list->setFocus(Qt::TabFocusReason);
         [&] { QTRY_VERIFY(list->hasFocus()); }();
         form->LVWFOUND->ListItems()(2).setSelected(true);
-        form->LSTSELECTED->setCurrentItem(form->LSTSELECTED->topLevelItem(0));
+        form->LSTSELECTED->setCurrentIndex(form->LSTSELECTED->model()->index(0, 0));
         return form;
     }
 

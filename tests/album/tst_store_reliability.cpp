@@ -723,7 +723,7 @@ private slots:
         form.FTVBROWSE->setSelectedfolder(folder.path());
         form.ADDALL();
         QCOMPARE(form.LSTSELECTED->ListItems().Count(), listed.size() + 2);
-        form.LSTSELECTED->setCurrentItem(form.LSTSELECTED->topLevelItem(0));
+        form.LSTSELECTED->setCurrentIndex(form.LSTSELECTED->model()->index(0, 0));
         form.CLEAR();
         form.CLEARALL();
         QCOMPARE(form.LSTSELECTED->ListItems().Count(), 0);

@@ -1,11 +1,18 @@
 #include "platform/core/Error.h"
 #include "platform/core/FileListBox.h"
 #include "platform/core/FileNames.h"
+#include "platform/core/NameOrder.h"
+#include "platform/core/NamePatterns.h"
+
+#include <QCollator>
 
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <algorithm>
 #include <fcntl.h>
+#include <fnmatch.h>
+#include <numeric>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -51,6 +58,9 @@ private slots:
     void badFolderKeepsOldList_data();
     void badFolderKeepsOldList();
     void manyNamesCappedInNumericOrder();
+    void patternsMatchAsFnmatch();
+    void orderIsTheCollators_data();
+    void orderIsTheCollators();
 
 private:
     QTemporaryDir dir_;
@@ -146,6 +156,100 @@ void tst_FileListBox::manyNamesCappedInNumericOrder()
     QCOMPARE(box.ListCount(), int16_t(32767));
     QCOMPARE(box.List(9), QStringLiteral("n10.jpg"));
     QCOMPARE(box.List(32766), QStringLiteral("n32767.jpg"));
+}
+
+void tst_FileListBox::patternsMatchAsFnmatch()
+{
+    // Plain patterns against ASCII names are compared directly; the rest goes to
+    // fnmatch. Either way the answer is fnmatch's, also for a name that folds into
+    // ASCII only outside it (the Kelvin sign folds to 'k').
+    const QByteArrayList names = {"a.jpg",
+                                  "A.JPG",
+                                  "a.jpgx",
+                                  "jpg",
+                                  ".jpg",
+                                  "x.Jpeg",
+                                  "caf\xE9.jpg",
+                                  "\xE2\x84\xAA.jpg",
+                                  "x.\xE2\x84\xAApg",
+                                  "a?b[c].jpg",
+                                  "weird\\.jpg",
+                                  "a.jp",
+                                  "a.gif.jpg"};
+    const QStringList patterns = {"*.jpg",  "*.JPG",   "*.kpg", "a.jpg",    "*",   "*.jp?",
+                                  "[ab].*", "*\\.jpg", "caf*",  "*.\u00E9", "jpg", "*.gif"};
+    for (const QString& pattern : patterns) {
+        const NamePatterns matcher(pattern);
+        const QByteArray bytes = encodeFileName(pattern);
+        for (const QByteArray& name : names)
+            QVERIFY2(matcher.matches(name.constData()) ==
+                         (fnmatch(bytes.constData(), name.constData(), FNM_CASEFOLD) == 0),
+                     qPrintable(pattern + " against " + decodeFileName(name)));
+    }
+}
+
+void tst_FileListBox::orderIsTheCollators_data()
+{
+    QTest::addColumn<QByteArrayList>("names");
+    // The order is checked against the collator's sort keys with the bytes as the
+    // tie-break, whatever the names: those the quick order gets right, those it
+    // puts right afterwards, and those it gives up on.
+    QTest::newRow("ASCII") << QByteArrayList{"b.jpg",
+                                             "A.jpg",
+                                             "a.jpg",
+                                             "a-b.jpg",
+                                             "a_b.jpg",
+                                             "a b.jpg",
+                                             "a.b.jpg",
+                                             "ab.jpg",
+                                             "a1.jpg",
+                                             "a01.jpg",
+                                             "a001.jpg",
+                                             "a10.jpg",
+                                             "a9b.jpg",
+                                             "a9.jpg",
+                                             "0.jpg",
+                                             "000.jpg",
+                                             "Z.jpg",
+                                             "~.jpg",
+                                             "a\x01.jpg",
+                                             "a.jpg~",
+                                             "a2.jpg",
+                                             "a2.JPG",
+                                             "a12345678901234567890"};
+    QTest::newRow("beyond ASCII") << QByteArrayList{
+        "caf\xC3\xA9.jpg", "cafe.jpg",         "cafz.jpg", "caf\xE9.jpg",          "\xC3\x89t\xC3\xA9.jpg",
+        "ete.jpg",         "\xE2\x84\xAA.jpg", "k.jpg",    "\xD9\xA1\xD9\xA2.jpg", "12.jpg"};
+    QByteArrayList interleaved; // the quick order puts every accented name after all plain ones
+    for (int i = 0; i < 300; ++i) {
+        interleaved << "e" + QByteArray::number(i) + ".jpg";
+        interleaved << "\xC3\xA9" + QByteArray::number(i) + ".jpg";
+    }
+    QTest::newRow("far off") << interleaved;
+}
+
+void tst_FileListBox::orderIsTheCollators()
+{
+    QFETCH(QByteArrayList, names);
+    std::vector<QString> texts;
+    std::vector<const char*> bytes;
+    for (const QByteArray& name : names) {
+        texts.push_back(decodeFileName(name));
+        bytes.push_back(name.constData());
+    }
+    QLocale locale;
+    if (locale.language() == QLocale::C)
+        locale = QLocale(QLocale::English);
+    QCollator collator(locale);
+    collator.setCaseSensitivity(Qt::CaseInsensitive);
+    collator.setNumericMode(true);
+    std::vector<size_t> expected(names.size());
+    std::iota(expected.begin(), expected.end(), size_t(0));
+    std::sort(expected.begin(), expected.end(), [&](size_t a, size_t b) {
+        const int byKey = collator.sortKey(texts[a]).compare(collator.sortKey(texts[b]));
+        return byKey != 0 ? byKey < 0 : names[qsizetype(a)] < names[qsizetype(b)];
+    });
+    QCOMPARE(fileManagerOrder(texts, bytes), expected);
 }
 
 QTEST_GUILESS_MAIN(tst_FileListBox)

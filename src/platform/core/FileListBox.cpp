@@ -2,16 +2,15 @@
 
 #include "platform/core/Error.h"
 #include "platform/core/FileNames.h"
-
-#include <QCollator>
-#include <QLocale>
+#include "platform/core/NameOrder.h"
+#include "platform/core/NamePatterns.h"
 
 #include <algorithm>
+#include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
-#include <fnmatch.h>
 #include <memory>
-#include <numeric>
+#include <string>
 #include <sys/stat.h>
 #include <vector>
 
@@ -19,7 +18,7 @@ namespace platform {
 
 namespace {
 
-constexpr qsizetype MaxNames = 32767;
+constexpr size_t MaxNames = 32767;
 
 QString withoutTrailingSeparator(const QString& path)
 {
@@ -27,30 +26,6 @@ QString withoutTrailingSeparator(const QString& path)
     while (result.size() > 1 && result.endsWith(QLatin1Char('/')))
         result.chop(1);
     return result;
-}
-
-// The patterns as bytes, so that they match the bytes of a name whatever its
-// encoding. "*.*" keeps its meaning from Windows: every file, also one without a
-// dot. No pattern at all lists every file too.
-std::vector<QByteArray> splitPatterns(const QString& pattern)
-{
-    std::vector<QByteArray> patterns;
-    for (const QString& part : pattern.split(QLatin1Char(';'))) {
-        const QString trimmed = part.trimmed();
-        if (trimmed.isEmpty())
-            continue;
-        patterns.push_back(trimmed == QLatin1String("*.*") ? QByteArray("*") : encodeFileName(trimmed));
-    }
-    if (patterns.empty())
-        patterns.push_back(QByteArray("*"));
-    return patterns;
-}
-
-bool matchesAny(const std::vector<QByteArray>& patterns, const char* name)
-{
-    return std::any_of(patterns.begin(), patterns.end(), [name](const QByteArray& pattern) {
-        return fnmatch(pattern.constData(), name, FNM_CASEFOLD) == 0;
-    });
 }
 
 bool isRegularFile(DIR* dir, const dirent* entry)
@@ -63,43 +38,40 @@ bool isRegularFile(DIR* dir, const dirent* entry)
     return fstatat(dirfd(dir), entry->d_name, &st, 0) == 0 && S_ISREG(st.st_mode);
 }
 
-// Sorts as a file manager does: case-insensitive, digits by their numeric value
-// ("img2" before "img10"), in the user's language. Names that collate equal keep
-// a fixed order by their bytes.
-QStringList sortedNames(std::vector<QByteArray>& raw)
-{
-    // Qt's collator compares plain code points in the "C" locale, ignoring case and
-    // numeric mode; the neutral order of English (the root order) keeps both.
-    QLocale locale;
-    if (locale.language() == QLocale::C)
-        locale = QLocale(QLocale::English);
-    QCollator collator(locale);
-    collator.setCaseSensitivity(Qt::CaseInsensitive);
-    collator.setNumericMode(true);
-
-    QStringList names;
-    names.reserve(qsizetype(raw.size()));
-    std::vector<QCollatorSortKey> keys;
-    keys.reserve(raw.size());
-    for (const QByteArray& bytes : raw) {
-        names.append(decodeFileName(bytes));
-        keys.push_back(collator.sortKey(names.back()));
+// The bytes of the names a listing keeps, one after another and each ended by a
+// NUL: thousands of names cost two growing buffers, not an allocation each.
+class RawNames {
+public:
+    void add(const char* name)
+    {
+        starts_.push_back(bytes_.size());
+        bytes_.append(name, std::strlen(name) + 1);
     }
+    size_t size() const { return starts_.size(); }
+    const char* at(size_t i) const { return bytes_.data() + starts_[i]; }
 
-    std::vector<qsizetype> order(raw.size());
-    std::iota(order.begin(), order.end(), qsizetype(0));
-    std::sort(order.begin(), order.end(), [&](qsizetype a, qsizetype b) {
-        const int byKey = keys[size_t(a)].compare(keys[size_t(b)]);
-        if (byKey != 0)
-            return byKey < 0;
-        return raw[size_t(a)] < raw[size_t(b)];
-    });
+private:
+    std::string bytes_;
+    std::vector<size_t> starts_;
+};
 
+// The names in the order a file manager lists them, at most MaxNames of them.
+QStringList sortedNames(const RawNames& raw)
+{
+    std::vector<QString> names;
+    names.reserve(raw.size());
+    std::vector<const char*> bytes;
+    bytes.reserve(raw.size());
+    for (size_t i = 0; i < raw.size(); ++i) {
+        bytes.push_back(raw.at(i));
+        names.push_back(decodeFileName(bytes.back()));
+    }
+    const std::vector<size_t> order = fileManagerOrder(names, bytes);
     QStringList sorted;
-    const qsizetype kept = std::min(qsizetype(order.size()), MaxNames);
-    sorted.reserve(kept);
-    for (qsizetype i = 0; i < kept; ++i)
-        sorted.append(names.at(order[size_t(i)]));
+    const size_t kept = std::min(order.size(), MaxNames);
+    sorted.reserve(qsizetype(kept));
+    for (size_t i = 0; i < kept; ++i)
+        sorted.append(std::move(names[order[i]]));
     return sorted;
 }
 
@@ -107,17 +79,17 @@ QStringList sortedNames(std::vector<QByteArray>& raw)
 // `pattern`.
 QStringList listFolder(DIR* dir, const QString& pattern)
 {
-    const std::vector<QByteArray> patterns = splitPatterns(pattern);
-    std::vector<QByteArray> raw;
+    const NamePatterns patterns(pattern);
+    RawNames raw;
     while (const dirent* entry = readdir(dir)) {
         // A leading dot hides a file on this desktop; it also covers "." and "..".
         if (entry->d_name[0] == '.')
             continue;
-        if (!matchesAny(patterns, entry->d_name))
+        if (!patterns.matches(entry->d_name))
             continue;
         if (!isRegularFile(dir, entry))
             continue;
-        raw.emplace_back(entry->d_name);
+        raw.add(entry->d_name);
     }
     return sortedNames(raw);
 }

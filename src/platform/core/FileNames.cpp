@@ -1,5 +1,6 @@
 #include "platform/core/FileNames.h"
 
+#include <algorithm>
 #include <sys/stat.h>
 
 namespace platform {
@@ -98,9 +99,13 @@ bool statMode(const QString& path, mode_t* mode)
 
 } // namespace
 
-QString decodeFileName(const QByteArray& bytes)
+QString decodeFileName(QByteArrayView bytes)
 {
-    const auto* data = reinterpret_cast<const unsigned char*>(bytes.constData());
+    // Most names are plain ASCII, which decodes character for character.
+    if (!bytes.isEmpty() &&
+        std::all_of(bytes.begin(), bytes.end(), [](char b) { return static_cast<unsigned char>(b) < 0x80; }))
+        return QString::fromLatin1(bytes);
+    const auto* data = reinterpret_cast<const unsigned char*>(bytes.data());
     const qsizetype size = bytes.size();
     QString text;
     text.reserve(size);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QByteArrayView>
 #include <QString>
 
 // File names on Linux are bytes, and not every name is valid UTF-8. The text form
@@ -11,7 +12,7 @@
 // character escaped the same way, which keeps the mapping reversible.
 namespace platform {
 
-QString decodeFileName(const QByteArray& bytes);
+QString decodeFileName(QByteArrayView bytes);
 QByteArray encodeFileName(const QString& text);
 
 // Whether the regular file or folder behind a path in text form exists.

@@ -2,56 +2,51 @@
 
 #include "platform/core/Error.h"
 #include "platform/widgets/ImageList.h"
+#include "platform/widgets/ListViewModel.h"
 #include "platform/widgets/Screen.h"
 
 #include <QHeaderView>
 
 namespace platform {
 
-namespace {
-constexpr int KeyRole = Qt::UserRole;
-constexpr int TagRole = Qt::UserRole + 1;
-} // namespace
-
-ListView::ListView(const QString& columnHeader, QWidget* parent) : QTreeWidget(parent)
+ListView::ListView(const QString& columnHeader, QWidget* parent)
+    : QTreeView(parent), rows_(new ListViewModel(columnHeader, this))
 {
-    setColumnCount(1);
-    setHeaderLabels({columnHeader});
+    setModel(rows_);
     setRootIsDecorated(false);
     setUniformRowHeights(true);
     setSelectionMode(QAbstractItemView::ExtendedSelection);
     setAllColumnsShowFocus(true);
+    header()->setSectionsClickable(false);
     header()->setStretchLastSection(false);
     header()->setSectionsMovable(false);
 }
 
-int32_t ListView::ListItem::Index() const
-{
-    return view_->indexOfTopLevelItem(item_) + 1;
-}
 QString ListView::ListItem::Key() const
 {
-    return item_->data(0, KeyRole).toString();
+    return view_->rows_->row(row_).key;
 }
 QString ListView::ListItem::Text() const
 {
-    return item_->text(0);
+    return view_->rows_->row(row_).text;
 }
 bool ListView::ListItem::Selected() const
 {
-    return item_->isSelected();
+    return view_->selectionModel()->isSelected(view_->rows_->index(row_));
 }
 void ListView::ListItem::setSelected(bool selected)
 {
-    item_->setSelected(selected);
+    view_->selectionModel()->select(view_->rows_->index(row_),
+                                    (selected ? QItemSelectionModel::Select : QItemSelectionModel::Deselect) |
+                                        QItemSelectionModel::Rows);
 }
 qint64 ListView::ListItem::Tag() const
 {
-    return item_->data(0, TagRole).toLongLong();
+    return view_->rows_->row(row_).tag;
 }
 void ListView::ListItem::setTag(qint64 tag)
 {
-    item_->setData(0, TagRole, tag);
+    view_->rows_->row(row_).tag = tag;
 }
 
 ListView::ListItem ListView::Items::Add(int32_t index, const QString& key, const QString& text,
@@ -59,18 +54,27 @@ ListView::ListItem ListView::Items::Add(int32_t index, const QString& key, const
 {
     if (index < 1 || index > Count() + 1)
         throw Error(err::SubscriptOutOfRange, QStringLiteral("Index out of bounds"));
-    QTreeWidgetItem* item = view_->newItem(key, text, smallIcon);
-    view_->insertTopLevelItem(index - 1, item);
-    return ListItem(view_, item);
+    std::vector<ListViewModel::Row> row;
+    row.push_back({key, text, view_->smallIcon(smallIcon)});
+    view_->rows_->insert(index - 1, std::move(row));
+    return ListItem(view_, index - 1);
 }
 
 void ListView::Items::AddAll(const QList<NewItem>& items)
 {
-    QList<QTreeWidgetItem*> made;
-    made.reserve(items.size());
-    for (const NewItem& item : items)
-        made.append(view_->newItem(item.key, item.text, item.smallIcon));
-    view_->addTopLevelItems(made);
+    std::vector<ListViewModel::Row> rows;
+    rows.reserve(size_t(items.size()));
+    // The rows of a list mostly share one icon: it is looked up once for them.
+    QString iconKey;
+    QVariant icon = view_->smallIcon(iconKey);
+    for (const NewItem& item : items) {
+        if (item.smallIcon != iconKey) {
+            iconKey = item.smallIcon;
+            icon = view_->smallIcon(iconKey);
+        }
+        rows.push_back({item.key, item.text, icon});
+    }
+    view_->rows_->insert(Count(), std::move(rows));
 }
 
 ListView::ListItem ListView::Items::Add(const QString& key, const QString& text, const QString& smallIcon)
@@ -80,51 +84,50 @@ ListView::ListItem ListView::Items::Add(const QString& key, const QString& text,
 
 void ListView::Items::Remove(int32_t index)
 {
-    delete view_->itemAt(index);
+    view_->rows_->remove(view_->rowOf(index));
 }
 
 void ListView::Items::Clear()
 {
-    view_->clear();
+    // As the toolkit's own item lists do: no selection and no current item left.
+    view_->selectionModel()->clear();
+    view_->rows_->clear();
 }
 
 int32_t ListView::Items::Count() const
 {
-    return view_->topLevelItemCount();
+    return view_->rows_->rowCount();
 }
 
 ListView::ListItem ListView::Items::operator()(int32_t index) const
 {
-    return ListItem(view_, view_->itemAt(index));
+    return ListItem(view_, view_->rowOf(index));
 }
 
-QTreeWidgetItem* ListView::newItem(const QString& key, const QString& text, const QString& smallIcon) const
+int ListView::rowOf(int32_t index) const
 {
-    auto* item = new QTreeWidgetItem({text});
-    item->setData(0, KeyRole, key);
-    if (smallIcons_ && !smallIcon.isEmpty())
-        item->setIcon(0, smallIcons_->image(smallIcon));
-    return item;
-}
-
-QTreeWidgetItem* ListView::itemAt(int32_t index) const
-{
-    QTreeWidgetItem* item = index >= 1 ? topLevelItem(index - 1) : nullptr;
-    if (!item)
+    if (index < 1 || index > rows_->rowCount())
         throw Error(err::SubscriptOutOfRange, QStringLiteral("Index out of bounds"));
-    return item;
+    return index - 1;
+}
+
+QVariant ListView::smallIcon(const QString& key) const
+{
+    if (!smallIcons_ || key.isEmpty())
+        return QVariant();
+    return smallIcons_->image(key);
 }
 
 ListView::ListItem ListView::SelectedItem() const
 {
-    QTreeWidgetItem* current = currentItem();
-    return current ? ListItem(this, current) : ListItem();
+    const QModelIndex current = currentIndex();
+    return current.isValid() ? ListItem(this, current.row()) : ListItem();
 }
 
 // The twips last set read back unchanged while the column keeps their pixels.
 float ListView::columnWidth() const
 {
-    const int pixels = QTreeWidget::columnWidth(0);
+    const int pixels = QTreeView::columnWidth(0);
     if (Screen::pixelsX(columnTwips_) == pixels)
         return columnTwips_;
     return Screen::twipsX(pixels);
@@ -134,7 +137,7 @@ void ListView::setColumnWidth(float twips)
 {
     if (twips < 0)
         throw Error(err::InvalidPropertyValue);
-    QTreeWidget::setColumnWidth(0, Screen::pixelsX(twips));
+    QTreeView::setColumnWidth(0, Screen::pixelsX(twips));
     columnTwips_ = twips;
 }
 

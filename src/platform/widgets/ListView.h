@@ -1,29 +1,31 @@
 #pragma once
 
-#include <QTreeWidget>
+#include <QTreeView>
 
 #include <cstdint>
 
 namespace platform {
 
 class ImageList;
+class ListViewModel;
 
 // A list view in report style with one column, offering the item calls the forms
 // use: ListItems().Add/Remove/Clear/Count, item i's Selected mark, and the current
 // item. Indexes count from 1. Each item carries a key, a text, a small icon key and
 // a Tag for the caller's own use.
-class ListView : public QTreeWidget {
+class ListView : public QTreeView {
     Q_OBJECT
 public:
     explicit ListView(const QString& columnHeader, QWidget* parent = nullptr);
 
     void setSmallIcons(const ImageList* images) { smallIcons_ = images; }
 
+    // One item of the list; it stands for its row until rows are added or removed.
     class ListItem {
     public:
         ListItem() = default;
-        bool isNull() const { return item_ == nullptr; }
-        int32_t Index() const;
+        bool isNull() const { return view_ == nullptr; }
+        int32_t Index() const { return row_ + 1; }
         QString Key() const;
         QString Text() const;
         bool Selected() const;
@@ -33,9 +35,9 @@ public:
 
     private:
         friend class ListView;
-        ListItem(const ListView* view, QTreeWidgetItem* item) : view_(view), item_(item) {}
+        ListItem(const ListView* view, int row) : view_(view), row_(row) {}
         const ListView* view_ = nullptr;
-        QTreeWidgetItem* item_ = nullptr;
+        int row_ = -1;
     };
 
     // An item to add: its key, text and small icon key.
@@ -76,8 +78,11 @@ public:
     void setColumnWidth(float twips);
 
 private:
-    QTreeWidgetItem* itemAt(int32_t index) const;
-    QTreeWidgetItem* newItem(const QString& key, const QString& text, const QString& smallIcon) const;
+    // The row of item index (from 1); out of range throws.
+    int rowOf(int32_t index) const;
+    // The small icon of a key as a row holds it: no value without an image list or a key.
+    QVariant smallIcon(const QString& key) const;
+    ListViewModel* rows_;
     const ImageList* smallIcons_ = nullptr;
     float columnTwips_ = -1;
 };
