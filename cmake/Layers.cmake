@@ -2,14 +2,16 @@
 # docs/DESIGN.md. Included by the program's build and by the fuzz targets' own
 # project (fuzz/), which builds the same libraries with its instrumentation. The
 # including project sets VISTARRO_VERSION, VISTARRO_WEB_ADDRESS and VISTARRO_APP_ID
-# and finds Qt (Gui, Widgets, PrintSupport), SQLite and the xcb package first.
+# and finds Qt (Gui, Widgets, PrintSupport), SQLite and the xcb and libjpeg
+# packages first.
 include("${CMAKE_CURRENT_LIST_DIR}/Folders.cmake")
 
 # One static library per subsystem folder; each links only what it builds on.
 # The platform layer is three: core needs no widgets (the store, file names,
-# conversions, errors, the program's facts, picture loading and header reading),
+# conversions, errors, the program's facts, picture loading and header reading;
+# libjpeg-turbo decodes the part of a JPEG that the show keeps),
 # widgets holds forms and controls, print the printer and what draws on pages.
-vistarro_folder_library(platform/core Qt6::Gui SQLite::SQLite3)
+vistarro_folder_library(platform/core Qt6::Gui SQLite::SQLite3 PkgConfig::JPEG)
 # config.h: the version, web address and app id that the including project set.
 configure_file("${CMAKE_CURRENT_LIST_DIR}/config.h.in" "${PROJECT_BINARY_DIR}/generated/config.h" @ONLY)
 target_include_directories(vistarro_core PUBLIC "${PROJECT_BINARY_DIR}/generated")

@@ -172,6 +172,11 @@ int main(int argc, char** argv)
     savePicture("baseline.jpg", encode(sample(size, QImage::Format_RGB32), "jpeg", 75));
     savePicture("progressive.jpg", encode(sample(size, QImage::Format_RGB32), "jpeg", 50, {}, true));
     savePicture("gray.jpg", encode(sample(size, QImage::Format_Grayscale8), "jpeg", 90));
+    // Wide enough that the show's region decoder cuts columns and skips rows.
+    const QSize large(200, 136);
+    savePicture("large.jpg", encode(sample(large, QImage::Format_RGB32), "jpeg", 50));
+    savePicture("large-progressive.jpg", encode(sample(large, QImage::Format_RGB32), "jpeg", 50, {}, true));
+    savePicture("large-gray.jpg", encode(sample(large, QImage::Format_Grayscale8), "jpeg", 50));
     // Every EXIF orientation, on a picture wider than high so that a wrong turn shows.
     for (int turn = 1; turn <= 7; ++turn)
         savePicture(QStringLiteral("turned%1.jpg").arg(turn),

@@ -6,7 +6,7 @@ set -euo pipefail
 packages=(
   cmake ninja-build g++ pkg-config
   qt6-base-dev qt6-image-formats-plugins libgl-dev libxcb1-dev libxcb-xkb-dev
-  libsqlite3-dev libbenchmark-dev
+  libsqlite3-dev libjpeg62-turbo-dev libbenchmark-dev
   clang-format clang libclang-rt-14-dev poppler-utils
   xvfb openbox xdotool x11-apps x11-utils x11-xserver-utils imagemagick python3
   qt6-svg-dev desktop-file-utils appstream man-db groff-base

@@ -2,15 +2,19 @@
 
 #include "platform/core/Error.h"
 #include "platform/core/FileNames.h"
+#include "platform/core/JpegRegion.h"
+#include "platform/core/MappedImage.h"
 
 #include <QBuffer>
 #include <QFile>
 #include <QImageReader>
+#include <QTransform>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
+#include <malloc.h>
 #include <mutex>
 #include <optional>
 #include <sys/stat.h>
@@ -48,12 +52,21 @@ int openRegularFile(const QString& path, struct stat* st)
     return fd;
 }
 
-// The limit is one setting for the whole process; it is set once, so that a
-// decode on a worker thread never reads it while another thread writes it.
+// The settings of the whole process for pictures, made once, so that a decode on
+// a worker thread never reads one while another thread writes it: the decoders'
+// allocation limit, and pictures in memory of their own. The C library's
+// allocator would raise its threshold for mapping to the largest block freed so
+// far, and from then on keep freed pictures for later use: the show, which lets
+// a picture go at every step, would hold a picture or two more than it uses.
 void limitAllocations()
 {
     static std::once_flag once;
-    std::call_once(once, [] { QImageReader::setAllocationLimit(PictureAllocationLimitMiB); });
+    std::call_once(once, [] {
+        QImageReader::setAllocationLimit(PictureAllocationLimitMiB);
+#ifdef __GLIBC__
+        mallopt(M_MMAP_THRESHOLD, MappedBlockBytes);
+#endif
+    });
 }
 
 // Whether a whole picture of this stored size and format passes the decoder's
@@ -223,20 +236,9 @@ struct PictureFile {
 };
 
 // The orientation maps a stored picture to the upright one by mirroring, then
-// flipping, then turning a quarter clockwise, in that order. These map a pixel
-// rectangle between the two; `stored` is the size before the turn.
-QRect toUpright(const QRect& rect, QSize stored, Turn turn)
-{
-    QRect r = rect;
-    if (turn & QImageIOHandler::TransformationMirror)
-        r.moveLeft(stored.width() - 1 - r.right());
-    if (turn & QImageIOHandler::TransformationFlip)
-        r.moveTop(stored.height() - 1 - r.bottom());
-    if (turn & QImageIOHandler::TransformationRotate90)
-        r = QRect(stored.height() - 1 - r.bottom(), r.left(), r.height(), r.width());
-    return r;
-}
-
+// flipping, then turning a quarter clockwise, in that order. This maps a pixel
+// rectangle of the upright picture back to the stored one; `stored` is the size
+// before the turn.
 QRect toStored(const QRect& rect, QSize stored, Turn turn)
 {
     QRect r = rect;
@@ -254,17 +256,18 @@ QSize uprightSize(QSize stored, Turn turn)
     return turn & QImageIOHandler::TransformationRotate90 ? stored.transposed() : stored;
 }
 
-// Decodes only the columns of `wanted`, from its top row to the last row of the
-// stored picture: the decoder then reads the whole file, as a whole decode does,
-// and fails on exactly the same files. Rows are decoded from the first one either
-// way. Returns the rectangle of the upright picture that `image` holds.
-QRect readColumns(PictureFile& picture, const QRect& wanted, QSize stored, Turn turn, QImage* image)
+// Turns a decoded part of a stored picture upright, as the toolkit turns the
+// whole picture: a turn moves pixels without changing them, so the part turned is
+// the turned picture's part.
+QImage turnedUpright(QImage image, Turn turn)
 {
-    QRect source = toStored(wanted, stored, turn);
-    source.setBottom(stored.height() - 1);
-    picture.reader.setClipRect(source);
-    *image = picture.read();
-    return toUpright(source, stored, turn);
+    if (turn & QImageIOHandler::TransformationMirror)
+        image = std::move(image).mirrored(true, false);
+    if (turn & QImageIOHandler::TransformationFlip)
+        image = std::move(image).mirrored(false, true);
+    if (turn & QImageIOHandler::TransformationRotate90)
+        image = image.transformed(QTransform().rotate(90));
+    return image;
 }
 
 } // namespace
@@ -300,9 +303,14 @@ PicturePart LoadPicturePart(const QString& path, const std::function<QRect(QSize
         result.size = uprightSize(stored, turn);
         result.part = keep(result.size) & QRect(QPoint(), result.size);
         // Even nothing to keep reads the file through, for its verdict.
-        const QRect columns = result.part.isEmpty() ? QRect(0, 0, 1, 1) : result.part;
-        held = readColumns(picture, columns, stored, turn, &image);
-    } else {
+        held = result.part.isEmpty() ? QRect(0, 0, 1, 1) : result.part;
+        std::optional<QImage> region = decodeJpegRegion(picture.file.handle(), toStored(held, stored, turn));
+        if (region)
+            image = turnedUpright(std::move(*region), turn);
+        else
+            held = QRect(); // a JPEG the region decoder leaves to the toolkit
+    }
+    if (held.isNull()) {
         image = picture.read();
         result.size = image.size();
         result.part = keep(result.size) & image.rect();
@@ -314,7 +322,8 @@ PicturePart LoadPicturePart(const QString& path, const std::function<QRect(QSize
         result.image = std::move(image);
     else
         result.image = image.copy(result.part.translated(-held.topLeft()));
-    // A copy that found no memory is a null image, which would show as nothing.
+    // A copy or turn that found no memory is a null image, which would show as
+    // nothing.
     if (result.image.isNull() && !result.part.isEmpty())
         throw Error(err::OutOfMemory);
     return result;

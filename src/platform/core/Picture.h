@@ -48,9 +48,9 @@ struct PicturePart {
 // Loads a picture as LoadPicture does and keeps only the part of it that `keep`
 // picks from the natural size; `keep` must be callable on any thread. It fails
 // exactly when LoadPicture fails, and the pixels kept are the very pixels that
-// LoadPicture gives at the same places. A JPEG is decoded only in the columns
-// kept, though to the end of its data, so that damage anywhere in the file is
-// still found; other formats are decoded whole and then cut.
+// LoadPicture gives at the same places. A JPEG is decoded only around the part
+// kept, though its file is read to the end, so that damage anywhere in it is still
+// found (see JpegRegion.h); other formats are decoded whole and then cut.
 PicturePart LoadPicturePart(const QString& path, const std::function<QRect(QSize)>& keep);
 
 } // namespace platform
