@@ -393,11 +393,6 @@ struct Registry::Impl {
         // In write-ahead-log mode NORMAL syncs at checkpoints only; a killed
         // program still loses nothing it committed.
         sqlite3_exec(db, "PRAGMA synchronous=NORMAL", nullptr, nullptr, nullptr);
-        // The log is copied back into the database file (a checkpoint: three
-        // syncs) once it holds 16,384 pages (16 MiB) instead of SQLite's 1,000. An
-        // add of 10,000 pictures logs some 40,000 pages, and those syncs were most
-        // of its waiting on the disk. The log goes when the program ends.
-        sqlite3_exec(db, "PRAGMA wal_autocheckpoint=16384", nullptr, nullptr, nullptr);
         return true;
     }
 
