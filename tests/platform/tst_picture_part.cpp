@@ -193,6 +193,25 @@ private slots:
                                                                       .arg(wanted.y())));
         }
     }
+
+    // The decoder's limit counts every picture at 32 bits a pixel at least, so a
+    // grey one of 11565 x 15393 (170 MiB of grey, 679 MiB counted) is refused,
+    // whole and in part alike.
+    void greyOverTheLimitIsRefusedInPart()
+    {
+        QByteArray jpeg = encode({.components = 1, .stored = JCS_GRAYSCALE, .h = 1, .v = 1});
+        const qsizetype frame = jpeg.indexOf(QByteArray::fromHex("ffc0"));
+        QVERIFY(frame > 0);
+        jpeg.replace(frame + 5, 4, QByteArray::fromHex("3c212d2d")); // height, width
+        const QString path = dir_.filePath(QStringLiteral("huge.jpg"));
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(jpeg) == jpeg.size());
+        file.close();
+        QCOMPARE(failureOf([&] { platform::LoadPicture(path); }), platform::err::InvalidPicture);
+        QCOMPARE(
+            failureOf([&] { platform::LoadPicturePart(path, [](QSize) { return QRect(0, 0, 64, 64); }); }),
+            platform::err::InvalidPicture);
+    }
 };
 
 QTEST_GUILESS_MAIN(tst_picture_part)

@@ -71,12 +71,14 @@ void limitAllocations()
 
 // Whether a whole picture of this stored size and format passes the decoder's
 // allocation limit, counted as the decoder counts it: whole lines of 32-bit
-// words.
+// words, and at least 32 bits a pixel (a grey or indexed picture of a quarter of
+// the limit is refused too).
 bool withinAllocationLimit(QSize size, QImage::Format format)
 {
-    const int depth = QImage::toPixelFormat(format).bitsPerPixel();
-    if (depth <= 0)
+    const int formatDepth = QImage::toPixelFormat(format).bitsPerPixel();
+    if (formatDepth <= 0)
         return false;
+    const int depth = std::max(formatDepth, 32);
     const qint64 bytesPerLine = ((qint64(size.width()) * depth + 31) >> 5) << 2;
     return bytesPerLine * size.height() <= qint64(PictureAllocationLimitMiB) << 20;
 }
